@@ -1,0 +1,77 @@
+// tqstd: the workflows of TQTStdInfo over DXF drawings, from the command line.
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "base/Encoding.hpp"
+#include "cli/Cli.hpp"
+#include "cli/Commands.hpp"
+
+namespace tq::cli {
+
+void PrintLine(std::ostream& out, TextView text) { out << ToUtf8(text) << '\n'; }
+
+namespace {
+
+struct GlobalOptions {
+  std::optional<std::string> ini;
+  std::optional<std::string> codepage;
+};
+
+Context MakeContext(const GlobalOptions& options) {
+  std::string codepage = options.codepage.value_or("");
+  if (codepage.empty())
+    if (const char* env = std::getenv("TQ_CODEPAGE"); env && *env) codepage = env;
+  if (!codepage.empty()) {
+    try {
+      SetSystemCodePage(codepage);
+    } catch (const std::invalid_argument& e) {
+      throw UserError(e.what());
+    }
+  }
+  Context context;
+  try {
+    context.host = std::make_unique<StandaloneHostServices>(StandaloneHostServices::FindHostIni(options.ini));
+  } catch (const std::runtime_error& e) {
+    throw UserError(e.what());
+  }
+  context.folders = std::make_unique<Folders>(*context.host);
+  context.out = &std::cout;
+  return context;
+}
+
+}  // namespace
+
+int Main(int argc, char** argv) {
+  CLI::App app{"tqstd: checks and takes off the standard drawings (標準図) of a DXF drawing.\n"
+               "Settings come from the host settings file: --ini FILE, else TQ_HOST_INI, else the\n"
+               "bundled example installation."};
+  app.require_subcommand(1);
+  GlobalOptions options;
+  app.add_option("--ini", options.ini, "host settings file (the host add-in's ini)");
+  app.add_option("--codepage", options.codepage, "system code page of text files (default CP932, or TQ_CODEPAGE)");
+  std::vector<Command> commands = RegisterCommands(app);
+  for (CLI::App* sub : app.get_subcommands({})) sub->fallthrough();
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& e) {
+    return app.exit(e) == 0 ? 0 : 2;
+  }
+  try {
+    Context context = MakeContext(options);
+    for (Command& command : commands)
+      if (command.app->parsed()) return command.run(context);
+    return 2;
+  } catch (const UserError& e) {
+    std::cerr << "tqstd: " << e.what() << '\n';
+    return 1;
+  } catch (const std::exception& e) {
+    std::cerr << "tqstd: " << e.what() << '\n';
+    return 1;
+  }
+}
+
+}  // namespace tq::cli
+
+int main(int argc, char** argv) { return tq::cli::Main(argc, argv); }

@@ -1,0 +1,25 @@
+#pragma once
+// Host services outside AutoCAD: the host ini is a file named on the command line.
+#include <optional>
+#include <string>
+
+#include "ports/HostServices.hpp"
+
+namespace tq {
+
+class StandaloneHostServices : public HostServices {
+ public:
+  // `--ini FILE`, else the environment variable TQ_HOST_INI, else the bundled example
+  // installation. Throws std::runtime_error when the file named cannot be read.
+  static Text FindHostIni(const std::optional<std::string>& iniOption);
+
+  explicit StandaloneHostServices(Text iniFile) : iniFile_(std::move(iniFile)) {}
+
+  Text HostIniFile() const override { return iniFile_; }
+  std::optional<Text> ConfigData(TextView section, TextView key) const override;
+
+ private:
+  Text iniFile_;
+};
+
+}  // namespace tq

@@ -1,0 +1,132 @@
+#include "base/Encoding.hpp"
+
+#include <unicode/translit.h>
+#include <unicode/ucnv.h>
+#include <unicode/unistr.h>
+#include <unicode/utf8.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace tq {
+
+namespace {
+
+std::string& CodePageSetting() {
+  static std::string name = "CP932";
+  return name;
+}
+
+struct ConverterCloser {
+  void operator()(UConverter* c) const { ucnv_close(c); }
+};
+using Converter = std::unique_ptr<UConverter, ConverterCloser>;
+
+Converter OpenConverter(const std::string& name) {
+  UErrorCode status = U_ZERO_ERROR;
+  Converter c(ucnv_open(name.c_str(), &status));
+  if (U_FAILURE(status) || !c) throw std::invalid_argument("unknown code page: " + name);
+  return c;
+}
+
+Text Utf16FromBytes(std::string_view bytes, bool bigEndian) {
+  Text out;
+  out.reserve(bytes.size() / 2);
+  for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    auto lo = static_cast<unsigned char>(bytes[i]), hi = static_cast<unsigned char>(bytes[i + 1]);
+    out += bigEndian ? static_cast<char16_t>(lo << 8 | hi) : static_cast<char16_t>(hi << 8 | lo);
+  }
+  return out;
+}
+
+std::string Utf16ToBytes(TextView text, bool bigEndian) {
+  std::string out;
+  out.reserve(text.size() * 2);
+  for (char16_t c : text) {
+    char hi = static_cast<char>(c >> 8), lo = static_cast<char>(c & 0xFF);
+    out += bigEndian ? hi : lo;
+    out += bigEndian ? lo : hi;
+  }
+  return out;
+}
+
+}  // namespace
+
+void SetSystemCodePage(std::string name) {
+  CheckCodePageName(name);
+  CodePageSetting() = std::move(name);
+}
+
+const std::string& SystemCodePage() { return CodePageSetting(); }
+
+void CheckCodePageName(const std::string& name) { OpenConverter(name); }
+
+bool IsValidUtf8(std::string_view bytes) {
+  int32_t i = 0, n = static_cast<int32_t>(bytes.size());
+  const auto* s = reinterpret_cast<const uint8_t*>(bytes.data());
+  while (i < n) {
+    UChar32 c;
+    U8_NEXT(s, i, n, c);
+    if (c < 0) return false;
+  }
+  return true;
+}
+
+DecodedText DecodeTextFile(std::string_view bytes) {
+  if (bytes.starts_with("\xEF\xBB\xBF")) return {FromUtf8(bytes.substr(3)), FileEncoding::Utf8Bom};
+  if (bytes.starts_with("\xFF\xFE")) return {Utf16FromBytes(bytes.substr(2), false), FileEncoding::Utf16LeBom};
+  if (bytes.starts_with("\xFE\xFF")) return {Utf16FromBytes(bytes.substr(2), true), FileEncoding::Utf16BeBom};
+  if (IsValidUtf8(bytes)) return {FromUtf8(bytes), FileEncoding::Utf8};
+  return {DecodeCodePage(bytes, SystemCodePage()), FileEncoding::SystemCodePage};
+}
+
+Text DecodeCodePage(std::string_view bytes, const std::string& codePage) {
+  Converter c = OpenConverter(codePage);
+  Text out(bytes.size() * 2 + 1, u'\0');
+  UErrorCode status = U_ZERO_ERROR;
+  int32_t n = ucnv_toUChars(c.get(), out.data(), static_cast<int32_t>(out.size()), bytes.data(),
+                            static_cast<int32_t>(bytes.size()), &status);
+  if (U_FAILURE(status)) return Text();
+  out.resize(static_cast<size_t>(n));
+  return out;
+}
+
+std::string EncodeCodePage(TextView text, const std::string& codePage) {
+  Converter c = OpenConverter(codePage);
+  UErrorCode status = U_ZERO_ERROR;
+  ucnv_setSubstChars(c.get(), "?", 1, &status);
+  ucnv_setFallback(c.get(), true);  // best-fit mappings, as WideCharToMultiByte uses by default
+  status = U_ZERO_ERROR;
+  std::string out(text.size() * 4 + 4, '\0');
+  int32_t n = ucnv_fromUChars(c.get(), out.data(), static_cast<int32_t>(out.size()), text.data(),
+                              static_cast<int32_t>(text.size()), &status);
+  if (U_FAILURE(status)) return std::string();
+  out.resize(static_cast<size_t>(n));
+  return out;
+}
+
+std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom) {
+  switch (encoding) {
+    case FileEncoding::Utf8Bom: return (withBom ? "\xEF\xBB\xBF" : "") + ToUtf8(text);
+    case FileEncoding::Utf8: return ToUtf8(text);
+    case FileEncoding::Utf16LeBom: return (withBom ? "\xFF\xFE" : "") + Utf16ToBytes(text, false);
+    case FileEncoding::Utf16BeBom: return (withBom ? "\xFE\xFF" : "") + Utf16ToBytes(text, true);
+    case FileEncoding::SystemCodePage: break;
+  }
+  return EncodeCodePage(text, SystemCodePage());
+}
+
+Text ToHalfWidth(TextView text) {
+  // The transliterator is built once; building it costs far more than using it.
+  thread_local std::unique_ptr<icu::Transliterator> halfWidth = [] {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::Transliterator> t(
+        icu::Transliterator::createInstance("Fullwidth-Halfwidth", UTRANS_FORWARD, status));
+    return U_SUCCESS(status) ? std::move(t) : nullptr;
+  }();
+  icu::UnicodeString u(text.data(), static_cast<int32_t>(text.size()));
+  if (halfWidth) halfWidth->transliterate(u);
+  return Text(u.getBuffer(), static_cast<size_t>(u.length()));
+}
+
+}  // namespace tq

@@ -1,0 +1,41 @@
+#pragma once
+// Conversions between UTF-16 text and the bytes of files, through ICU.
+#include <string>
+#include <string_view>
+
+#include "base/Text.hpp"
+
+namespace tq {
+
+enum class FileEncoding { Utf8Bom, Utf16LeBom, Utf16BeBom, Utf8, SystemCodePage };
+
+struct DecodedText {
+  Text text;
+  FileEncoding encoding = FileEncoding::SystemCodePage;
+};
+
+// The system code page: what the Windows ANSI code page is to the suite. CP932 unless
+// configured (--codepage, TQ_CODEPAGE); set once by the host before any file is read.
+void SetSystemCodePage(std::string name);
+const std::string& SystemCodePage();
+// Throws std::invalid_argument when ICU knows no converter of that name.
+void CheckCodePageName(const std::string& name);
+
+// UTF-8 or UTF-16 with a byte-order mark; else UTF-8 when valid; else the system code page.
+DecodedText DecodeTextFile(std::string_view bytes);
+
+bool IsValidUtf8(std::string_view bytes);
+
+// Invalid bytes decode to replacement characters; nothing throws.
+Text DecodeCodePage(std::string_view bytes, const std::string& codePage);
+// What the code page cannot hold becomes its default character "?".
+std::string EncodeCodePage(TextView text, const std::string& codePage);
+
+// Text in the given file encoding, with the byte-order mark when the encoding has one.
+std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom = true);
+
+// The half-width mapping of LCMapStringW(LCMAP_HALFWIDTH): full-width ASCII and blank,
+// katakana (voiced marks as separate half-width marks) and the Japanese punctuation.
+Text ToHalfWidth(TextView text);
+
+}  // namespace tq

@@ -1,0 +1,23 @@
+#pragma once
+// Paths are built in one place: folders from settings may be Windows paths.
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "base/Text.hpp"
+
+namespace tq {
+
+// The folder, a separator unless the folder already ends with one, then the name.
+Text JoinPath(TextView folder, TextView name);
+
+// A path for the file system: on POSIX every backslash is a separator.
+std::filesystem::path ToFsPath(TextView path);
+Text FromFsPath(const std::filesystem::path& path);
+
+// The whole file, or nothing when it cannot be read.
+std::optional<std::string> ReadFileBytes(const std::filesystem::path& path);
+// Throws std::runtime_error naming the file when it cannot be written.
+void WriteFileBytes(const std::filesystem::path& path, std::string_view bytes);
+
+}  // namespace tq

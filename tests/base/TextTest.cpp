@@ -1,0 +1,57 @@
+#include <gtest/gtest.h>
+
+#include "base/Encoding.hpp"
+#include "base/Format.hpp"
+#include "base/Text.hpp"
+
+using namespace tq;
+
+TEST(EqualNoCase, AsciiLettersOfEitherCaseAreEqual) {
+  EXPECT_TRUE(EqualNoCase(u"sc01", u"SC01"));
+  EXPECT_FALSE(EqualNoCase(u"SC01", u"SC02"));
+  EXPECT_FALSE(EqualNoCase(u"SC01", u"SC011"));
+}
+
+TEST(EqualNoCase, FullWidthLettersOfEitherCaseAreEqual) {
+  EXPECT_TRUE(EqualNoCase(u"Ａ材", u"ａ材"));
+  EXPECT_TRUE(EqualNoCase(u"a材", u"A材"));
+  EXPECT_FALSE(EqualNoCase(u"A材", u"B材"));
+}
+
+TEST(Utf8, RoundTripsJapanese) { EXPECT_EQ(FromUtf8(ToUtf8(u"標準図ﾃﾞｰﾀ")), u"標準図ﾃﾞｰﾀ"); }
+
+TEST(Format, TwoDigitRecordNumbersAndThreeFromOneHundred) {
+  EXPECT_EQ(Format(u"TQ_STDINF%02d", {1}), u"TQ_STDINF01");
+  EXPECT_EQ(Format(u"TQ_STDINF%02d", {100}), u"TQ_STDINF100");
+}
+
+TEST(Format, QuantitiesWithOneDecimal) {
+  EXPECT_EQ(Format(u"%2.1f", {3.0}), u"3.0");
+  EXPECT_EQ(Format(u"%2.1f", {0.0}), u"0.0");
+  EXPECT_EQ(Format(u"%2.1f", {123.45}), u"123.5");
+}
+
+TEST(Format, GeneralFloatingFormat) {
+  EXPECT_EQ(Format(u"%g", {3.5}), u"3.5");
+  EXPECT_EQ(Format(u"%g", {5.0}), u"5");
+  EXPECT_EQ(Format(u"%g", {350.0}), u"350");
+}
+
+TEST(Format, TextsAndIntegersJoined) {
+  EXPECT_EQ(Format(u"%s-%s", {u"AC", u"1"}), u"AC-1");
+  EXPECT_EQ(Format(u"%d", {-42}), u"-42");
+  EXPECT_EQ(Format(u"%s,%s", {u"記号", u""}), u"記号,");
+  EXPECT_EQ(Format(u"100%%", {}), u"100%");
+}
+
+TEST(HalfWidth, FullWidthDigitsBecomeHalfWidth) { EXPECT_EQ(ToHalfWidth(u"Ｍ－１２３"), u"M-123"); }
+
+TEST(HalfWidth, FullWidthLettersAndBlankBecomeHalfWidth) { EXPECT_EQ(ToHalfWidth(u"ＡＢｃ　ｚ"), u"ABc z"); }
+
+TEST(HalfWidth, KatakanaWithVoicedMarksSplitIntoHalfWidthMarks) {
+  EXPECT_EQ(ToHalfWidth(u"ダクト"), u"ﾀﾞｸﾄ");
+  EXPECT_EQ(ToHalfWidth(u"パイプ"), u"ﾊﾟｲﾌﾟ");
+  EXPECT_EQ(ToHalfWidth(u"ポンプー"), u"ﾎﾟﾝﾌﾟｰ");
+}
+
+TEST(HalfWidth, KanjiAndHiraganaStayAsTheyAre) { EXPECT_EQ(ToHalfWidth(u"標準図の１"), u"標準図の1"); }

@@ -1,0 +1,22 @@
+#pragma once
+// Host services over a host ini written by the test.
+#include "ports/HostServices.hpp"
+#include "base/Profile.hpp"
+
+namespace tq::test {
+
+class FakeHost : public HostServices {
+ public:
+  explicit FakeHost(Text ini, bool exportsConfigData = true) : ini_(std::move(ini)), exports_(exportsConfigData) {}
+  Text HostIniFile() const override { return ini_; }
+  std::optional<Text> ConfigData(TextView section, TextView key) const override {
+    if (!exports_) return std::nullopt;
+    return GetPrivateProfileString(section, key, u"", ini_);
+  }
+
+ private:
+  Text ini_;
+  bool exports_;
+};
+
+}  // namespace tq::test
