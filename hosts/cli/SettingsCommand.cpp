@@ -11,7 +11,8 @@ namespace {
 
 void PrintPath(std::ostream& out, TextView name, TextView path) {
   bool exists = !path.empty() && std::filesystem::exists(ToFsPath(path));
-  PrintLine(out, Text(name) + u" = " + Text(path) + (path.empty() ? u"(not set)" : exists ? u"" : u" (missing)"));
+  Text shown = path.empty() ? Text(u"(not set)") : FromFsPath(ToFsPath(path));
+  PrintLine(out, Text(name) + u" = " + shown + (path.empty() || exists ? u"" : u" (missing)"));
 }
 
 Text OrNotSet(const std::optional<Text>& value) { return value ? *value : Text(); }

@@ -80,30 +80,60 @@ DecodedText DecodeTextFile(std::string_view bytes) {
   return {DecodeCodePage(bytes, SystemCodePage()), FileEncoding::SystemCodePage};
 }
 
-Text DecodeCodePage(std::string_view bytes, const std::string& codePage) {
-  Converter c = OpenConverter(codePage);
+struct CodePage::Converters {
+  Converter decoder, bestFit, exact;
+};
+
+CodePage::CodePage(const std::string& name) : name_(name), converters_(std::make_unique<Converters>()) {
+  converters_->decoder = OpenConverter(name);
+  converters_->bestFit = OpenConverter(name);
+  converters_->exact = OpenConverter(name);
+  UErrorCode status = U_ZERO_ERROR;
+  ucnv_setSubstChars(converters_->bestFit.get(), "?", 1, &status);
+  ucnv_setFallback(converters_->bestFit.get(), true);  // best-fit, as WideCharToMultiByte does by default
+  status = U_ZERO_ERROR;
+  ucnv_setFromUCallBack(converters_->exact.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+}
+
+CodePage::~CodePage() = default;
+CodePage::CodePage(CodePage&&) noexcept = default;
+CodePage& CodePage::operator=(CodePage&&) noexcept = default;
+
+Text CodePage::Decode(std::string_view bytes) const {
   Text out(bytes.size() * 2 + 1, u'\0');
   UErrorCode status = U_ZERO_ERROR;
-  int32_t n = ucnv_toUChars(c.get(), out.data(), static_cast<int32_t>(out.size()), bytes.data(),
+  ucnv_resetToUnicode(converters_->decoder.get());
+  int32_t n = ucnv_toUChars(converters_->decoder.get(), out.data(), static_cast<int32_t>(out.size()), bytes.data(),
                             static_cast<int32_t>(bytes.size()), &status);
   if (U_FAILURE(status)) return Text();
   out.resize(static_cast<size_t>(n));
   return out;
 }
 
-std::string EncodeCodePage(TextView text, const std::string& codePage) {
-  Converter c = OpenConverter(codePage);
+namespace {
+std::optional<std::string> FromUnicode(UConverter* c, TextView text) {
+  ucnv_resetFromUnicode(c);
   UErrorCode status = U_ZERO_ERROR;
-  ucnv_setSubstChars(c.get(), "?", 1, &status);
-  ucnv_setFallback(c.get(), true);  // best-fit mappings, as WideCharToMultiByte uses by default
-  status = U_ZERO_ERROR;
   std::string out(text.size() * 4 + 4, '\0');
-  int32_t n = ucnv_fromUChars(c.get(), out.data(), static_cast<int32_t>(out.size()), text.data(),
+  int32_t n = ucnv_fromUChars(c, out.data(), static_cast<int32_t>(out.size()), text.data(),
                               static_cast<int32_t>(text.size()), &status);
-  if (U_FAILURE(status)) return std::string();
+  if (U_FAILURE(status)) return std::nullopt;
   out.resize(static_cast<size_t>(n));
   return out;
 }
+}  // namespace
+
+std::string CodePage::Encode(TextView text) const {
+  return FromUnicode(converters_->bestFit.get(), text).value_or(std::string());
+}
+
+std::optional<std::string> CodePage::EncodeExact(TextView text) const {
+  return FromUnicode(converters_->exact.get(), text);
+}
+
+Text DecodeCodePage(std::string_view bytes, const std::string& codePage) { return CodePage(codePage).Decode(bytes); }
+
+std::string EncodeCodePage(TextView text, const std::string& codePage) { return CodePage(codePage).Encode(text); }
 
 std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom) {
   switch (encoding) {

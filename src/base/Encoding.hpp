@@ -1,5 +1,7 @@
 #pragma once
 // Conversions between UTF-16 text and the bytes of files, through ICU.
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +32,28 @@ bool IsValidUtf8(std::string_view bytes);
 Text DecodeCodePage(std::string_view bytes, const std::string& codePage);
 // What the code page cannot hold becomes its default character "?".
 std::string EncodeCodePage(TextView text, const std::string& codePage);
+
+// One code page, its converters opened once for many conversions.
+class CodePage {
+ public:
+  // Throws std::invalid_argument when ICU knows no converter of that name.
+  explicit CodePage(const std::string& name);
+  ~CodePage();
+  CodePage(CodePage&&) noexcept;
+  CodePage& operator=(CodePage&&) noexcept;
+
+  const std::string& name() const { return name_; }
+  Text Decode(std::string_view bytes) const;
+  // Best-fit mappings; what cannot be held becomes "?".
+  std::string Encode(TextView text) const;
+  // Exact mappings only; nothing when some character cannot be held.
+  std::optional<std::string> EncodeExact(TextView text) const;
+
+ private:
+  struct Converters;
+  std::string name_;
+  std::unique_ptr<Converters> converters_;
+};
 
 // Text in the given file encoding, with the byte-order mark when the encoding has one.
 std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom = true);

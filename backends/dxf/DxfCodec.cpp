@@ -1,0 +1,120 @@
+#include "dxf/DxfCodec.hpp"
+
+#include <cstdio>
+
+namespace tq::dxf {
+
+namespace {
+
+int HexValue(char16_t c) {
+  if (c >= u'0' && c <= u'9') return c - u'0';
+  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
+  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
+  return -1;
+}
+
+bool ReadHex(TextView text, size_t at, size_t count, unsigned& value) {
+  if (at + count > text.size()) return false;
+  value = 0;
+  for (size_t i = 0; i < count; ++i) {
+    int h = HexValue(text[at + i]);
+    if (h < 0) return false;
+    value = value * 16 + static_cast<unsigned>(h);
+  }
+  return true;
+}
+
+// The code pages of "\M+n" escapes.
+const char* MultiByteCodePage(char16_t n) {
+  switch (n) {
+    case u'1': return "windows-31j";
+    case u'2': return "windows-950";
+    case u'3': return "windows-949";
+    case u'4': return "ibm-1363";
+    case u'5': return "windows-936";
+    default: return nullptr;
+  }
+}
+
+Text DecodeEscapes(Text text) {
+  if (text.find(u'\\') == Text::npos) return text;
+  Text out;
+  out.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    unsigned v;
+    if (text[i] == u'\\' && i + 2 < text.size() && (text[i + 1] == u'U' || text[i + 1] == u'u') &&
+        text[i + 2] == u'+' && ReadHex(text, i + 3, 4, v)) {
+      out += static_cast<char16_t>(v);
+      i += 6;
+      continue;
+    }
+    const char* page = nullptr;
+    if (text[i] == u'\\' && i + 3 < text.size() && (text[i + 1] == u'M' || text[i + 1] == u'm') &&
+        text[i + 2] == u'+' && (page = MultiByteCodePage(text[i + 3])) && ReadHex(text, i + 4, 4, v)) {
+      std::string bytes{static_cast<char>(v >> 8), static_cast<char>(v & 0xFF)};
+      try {
+        out += DecodeCodePage(bytes, page);
+      } catch (const std::exception&) {
+        out += u'\uFFFD';
+      }
+      i += 7;
+      continue;
+    }
+    out += text[i];
+  }
+  return out;
+}
+
+}  // namespace
+
+std::string IcuNameOfDwgCodePage(std::string_view dwgCodePage) {
+  std::string upper;
+  for (char c : dwgCodePage) upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  if (upper.starts_with("ANSI_")) {
+    std::string number = upper.substr(5);
+    if (number == "932") return "windows-31j";
+    if (number == "1361") return "ibm-1363";
+    return "windows-" + number;
+  }
+  return "windows-1252";
+}
+
+DxfCodec::DxfCodec(std::string_view acadVersion, std::string_view dwgCodePage) {
+  bool utf8 = acadVersion.size() >= 6 && acadVersion.substr(0, 2) == "AC" && acadVersion.substr(2) >= "1021";
+  if (utf8) return;
+  try {
+    codePage_ = std::make_unique<CodePage>(IcuNameOfDwgCodePage(dwgCodePage));
+  } catch (const std::invalid_argument&) {
+    codePage_ = std::make_unique<CodePage>("windows-1252");
+  }
+}
+
+Text DxfCodec::Decode(std::string_view raw) const {
+  bool ascii = true;
+  for (char c : raw)
+    if (static_cast<unsigned char>(c) >= 0x80 || c == '\\') {
+      ascii = false;
+      break;
+    }
+  if (ascii) return Text(raw.begin(), raw.end());
+  return DecodeEscapes(codePage_ ? codePage_->Decode(raw) : FromUtf8(raw));
+}
+
+std::string DxfCodec::Encode(TextView text) const {
+  if (!codePage_) return ToUtf8(text);
+  if (std::optional<std::string> exact = codePage_->EncodeExact(text)) return *exact;
+  std::string out;
+  for (char16_t c : text) {
+    std::optional<std::string> bytes = codePage_->EncodeExact(TextView(&c, 1));
+    if (bytes) {
+      out += *bytes;
+    } else {
+      char escape[8];
+      std::snprintf(escape, sizeof escape, "\\U+%04X", static_cast<unsigned>(c));
+      out += escape;
+    }
+  }
+  return out;
+}
+
+}  // namespace tq::dxf

@@ -1,0 +1,295 @@
+#include "dxf/DxfDocument.hpp"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <stdexcept>
+
+#include "base/Paths.hpp"
+
+namespace tq::dxf {
+
+std::unique_ptr<Document> Document::LoadFile(const std::filesystem::path& path, bool recover,
+                                             std::vector<Problem>* problems) {
+  std::optional<std::string> bytes = ReadFileBytes(path);
+  if (!bytes) throw std::runtime_error("cannot read " + path.string());
+  return Load(std::move(*bytes), recover, problems);
+}
+
+namespace {
+template <class Table>
+std::optional<size_t> FindByName(const Table& table, TextView name) {
+  for (size_t i = 0; i < table.size(); ++i)
+    if (EqualNoCase(table[i].name, name)) return i;
+  return std::nullopt;
+}
+}  // namespace
+
+std::optional<size_t> Document::FindLayer(TextView name) const { return FindByName(layers_, name); }
+std::optional<size_t> Document::FindAppId(TextView name) const { return FindByName(appIds_, name); }
+std::optional<size_t> Document::FindBlock(TextView name) const { return FindByName(blocks_, name); }
+
+std::vector<Tag> Document::Tags(uint32_t index) const {
+  const EntityRecord& rec = records_[index];
+  if (!rec.edit) return ViewTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin));
+  std::vector<Tag> tags;
+  tags.reserve(rec.edit->size());
+  for (const EditTag& t : *rec.edit) tags.push_back({t.code, t.value, 0, 0, rec.line});
+  return tags;
+}
+
+std::string_view Document::LayerRaw(uint32_t index) const {
+  const EntityRecord& rec = records_[index];
+  if (!rec.edit) return rec.layer;
+  const EditTag* layer = FindTag(*rec.edit, 8);
+  return layer ? std::string_view(layer->value) : std::string_view();
+}
+
+TagList& Document::Edit(uint32_t index) {
+  EntityRecord& rec = records_[index];
+  if (!rec.edit) rec.edit = std::make_unique<TagList>(ParseTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin)));
+  return *rec.edit;
+}
+
+std::string Document::EntityText(const EntityRecord& record) const {
+  return record.edit ? dxf::Serialize(*record.edit, lineEnd_)
+                     : std::string(std::string_view(bytes_).substr(record.begin, record.end - record.begin));
+}
+
+void Document::Commit(uint32_t index) {
+  EntityRecord& rec = records_[index];
+  modified_ = true;
+  if (rec.segment == kNoSegment || !rec.edit) return;
+  Segment& seg = segments_[rec.segment];
+  std::string text = dxf::Serialize(*rec.edit, lineEnd_);
+  // A record changed back to what it was is written from the file again.
+  seg.replaced = text != std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin);
+  seg.replacement = seg.replaced ? std::move(text) : std::string();
+}
+
+void Document::Erase(uint32_t index) {
+  for (uint32_t i = index; i < records_.size(); ++i) {
+    if (i != index && records_[i].owner != index + 1) break;
+    EntityRecord& rec = records_[i];
+    rec.erased = true;
+    if (rec.segment != kNoSegment) {
+      segments_[rec.segment].replaced = true;
+      segments_[rec.segment].replacement.clear();
+    }
+  }
+  modified_ = true;
+}
+
+uint32_t Document::AddEntity(TagList tags) {
+  if (entitiesEnd_ == kNoSegment) throw std::runtime_error("the drawing has no ENTITIES section");
+  EntityRecord& rec = records_.emplace_back();
+  rec.edit = std::make_unique<TagList>(std::move(tags));
+  if (const EditTag* type = FindTag(*rec.edit, 0)) rec.type = type->value;
+  if (const EditTag* colour = FindTag(*rec.edit, 62)) rec.colour = std::atoi(colour->value.c_str());
+  newRecords_.push_back(static_cast<uint32_t>(records_.size() - 1));
+  modified_ = true;
+  return static_cast<uint32_t>(records_.size() - 1);
+}
+
+size_t Document::AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegment, const std::string& tableHandle,
+                               TagList tags, TextView name) {
+  if (endSegment == kNoSegment) throw std::runtime_error("the drawing has no table to register \"" + ToUtf8(name) + "\" in");
+  if (!isR12() && hasHandles_) {
+    TagList head{{5, FormatHandle(NewHandle()), {}, {}, {}}, {330, tableHandle, {}, {}, {}}};
+    tags.insert(tags.begin() + 1, head.begin(), head.end());
+  }
+  TableEntry& entry = table.emplace_back();
+  entry.name = Text(name);
+  entry.edit = std::make_unique<TagList>(std::move(tags));
+  modified_ = true;
+  return table.size() - 1;
+}
+
+size_t Document::AddAppId(TextView name) {
+  TagList tags{{0, "APPID", {}, {}, {}}};
+  if (!isR12()) {
+    tags.push_back({100, "AcDbSymbolTableRecord", {}, {}, {}});
+    tags.push_back({100, "AcDbRegAppTableRecord", {}, {}, {}});
+  }
+  tags.push_back({2, codec_->Encode(name), {}, {}, {}});
+  tags.push_back({70, FormatInt(70, 0), {}, {}, {}});
+  return AddTableEntry(appIds_, appIdTableEnd_, appIdTableHandle_, std::move(tags), name);
+}
+
+size_t Document::AddLayer(TextView name) {
+  TagList tags{{0, "LAYER", {}, {}, {}}};
+  if (!isR12()) {
+    tags.push_back({100, "AcDbSymbolTableRecord", {}, {}, {}});
+    tags.push_back({100, "AcDbLayerTableRecord", {}, {}, {}});
+  }
+  tags.push_back({2, codec_->Encode(name), {}, {}, {}});
+  tags.push_back({70, FormatInt(70, 0), {}, {}, {}});
+  tags.push_back({62, FormatInt(62, 7), {}, {}, {}});
+  tags.push_back({6, "CONTINUOUS", {}, {}, {}});
+  return AddTableEntry(layers_, layerTableEnd_, layerTableHandle_, std::move(tags), name);
+}
+
+void Document::SetLayerFlags(size_t index, int flags) {
+  TableEntry& entry = layers_[index];
+  if (entry.flags == flags) return;
+  entry.flags = flags;
+  if (!entry.edit) entry.edit = std::make_unique<TagList>(ParseTags(std::string_view(bytes_).substr(entry.begin, entry.end - entry.begin)));
+  if (EditTag* tag = FindTag(*entry.edit, 70)) SetTagInt(*tag, flags);
+  else entry.edit->push_back({70, FormatInt(70, flags), {}, {}, {}});
+  modified_ = true;
+  if (entry.segment == kNoSegment) return;
+  Segment& seg = segments_[entry.segment];
+  std::string text = dxf::Serialize(*entry.edit, lineEnd_);
+  seg.replaced = text != std::string_view(bytes_).substr(entry.begin, entry.end - entry.begin);
+  seg.replacement = seg.replaced ? std::move(text) : std::string();
+}
+
+uint64_t Document::NewHandle() {
+  if (!handSeedKnown_) {
+    uint64_t highest = 0;
+    Tagger tagger(bytes_);
+    Tag tag;
+    while (tagger.Next(tag) == Tagger::Result::Tag)
+      if (tag.code == 5 || tag.code == 105) highest = std::max<uint64_t>(highest, std::strtoull(std::string(TrimNumber(tag.value)).c_str(), nullptr, 16));
+    handSeed_ = highest + 1;
+    handSeedKnown_ = true;
+  }
+  uint64_t handle = handSeed_++;
+  if (handSeedSegment_ != kNoSegment) {
+    segments_[handSeedSegment_].replaced = true;
+    segments_[handSeedSegment_].replacement = FormatTag(5, FormatHandle(handSeed_), lineEnd_);
+  }
+  modified_ = true;
+  return handle;
+}
+
+std::string Document::EntryText(const TableEntry& entry) const {
+  return entry.edit ? dxf::Serialize(*entry.edit, lineEnd_) : std::string();
+}
+
+void Document::WriteInsertions(std::string& out, uint32_t segment) const {
+  if (segment == entitiesEnd_)
+    for (uint32_t i : newRecords_)
+      if (!records_[i].erased) out += EntityText(records_[i]);
+  if (segment == appIdTableEnd_)
+    for (const TableEntry& e : appIds_)
+      if (e.segment == kNoSegment) out += EntryText(e);
+  if (segment == layerTableEnd_)
+    for (const TableEntry& e : layers_)
+      if (e.segment == kNoSegment) out += EntryText(e);
+}
+
+size_t XDataSize(const std::vector<Tag>& tags) {
+  size_t size = 0;
+  bool inXData = false;
+  for (const Tag& t : tags) {
+    if (t.code == 1001) inXData = true;
+    if (!inXData) continue;
+    size += 1;
+    // Strings are stored as UTF-16 from 2007 on; counting each byte of the file's encoding as
+    // one unit never counts less than AutoCAD stores.
+    if (t.code == 1000) size += 2 + 2 * t.value.size();
+    else if (t.code == 1001 || t.code == 1003 || t.code == 1005) size += 8;
+    else if (t.code == 1002) size += 1;
+    else if (t.code == 1004) size += 1 + t.value.size() / 2;
+    else if (t.code >= 1010 && t.code <= 1033) size += 24;
+    else if (t.code >= 1040 && t.code <= 1042) size += 8;
+    else if (t.code == 1070) size += 2;
+    else if (t.code == 1071) size += 4;
+  }
+  return size;
+}
+
+void Document::CheckXDataLimits() const {
+  for (uint32_t i = 0; i < records_.size(); ++i) {
+    const EntityRecord& rec = records_[i];
+    if (!rec.edit || rec.erased) continue;
+    if (XDataSize(Tags(i)) > kXDataLimit)
+      throw std::runtime_error("the extended data of entity " + FormatHandle(rec.handle) + " (" + std::string(rec.type) +
+                               ", line " + std::to_string(rec.line) + ") passes the 16 KB limit of a drawing object");
+  }
+}
+
+std::string Document::Serialize() const {
+  std::string out;
+  out.reserve(bytes_.size() + 4096);
+  for (uint32_t i = 0; i < segments_.size(); ++i) {
+    WriteInsertions(out, i);
+    const Segment& s = segments_[i];
+    if (s.replaced) out += s.replacement;
+    else out.append(bytes_, s.begin, s.end - s.begin);
+  }
+  out += tail_;
+  return out;
+}
+
+namespace {
+
+struct File {
+  FILE* f = nullptr;
+  ~File() {
+    if (f) std::fclose(f);
+  }
+};
+
+[[noreturn]] void SaveFailed(const std::filesystem::path& path, const std::string& why) {
+  throw std::runtime_error("cannot save " + path.string() + ": " + why);
+}
+
+}  // namespace
+
+void Document::Save(const std::filesystem::path& path) const {
+  CheckXDataLimits();
+  std::filesystem::path folder = path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
+  std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
+  int fd = mkstemp(temp.data());
+  if (fd < 0) SaveFailed(path, std::strerror(errno));
+  File file{fdopen(fd, "wb")};
+  auto fail = [&](const std::string& why) {
+    std::filesystem::remove(temp);
+    SaveFailed(path, why);
+  };
+  if (!file.f) close(fd), fail(std::strerror(errno));
+  // Adjacent runs of the file go out in one write.
+  bool ok = true;
+  uint32_t runBegin = 0, runEnd = 0;
+  auto flushRun = [&] {
+    if (runEnd > runBegin) ok = ok && std::fwrite(bytes_.data() + runBegin, 1, runEnd - runBegin, file.f) == runEnd - runBegin;
+    runBegin = runEnd = 0;
+  };
+  for (uint32_t i = 0; i < segments_.size(); ++i) {
+    std::string inserted;
+    WriteInsertions(inserted, i);
+    const Segment& s = segments_[i];
+    if (!inserted.empty() || s.replaced) {
+      flushRun();
+      ok = ok && std::fwrite(inserted.data(), 1, inserted.size(), file.f) == inserted.size();
+      if (s.replaced) ok = ok && std::fwrite(s.replacement.data(), 1, s.replacement.size(), file.f) == s.replacement.size();
+      if (s.replaced) continue;
+    }
+    if (runEnd == s.begin && runEnd > runBegin) runEnd = s.end;
+    else flushRun(), runBegin = s.begin, runEnd = s.end;
+  }
+  flushRun();
+  ok = ok && std::fwrite(tail_.data(), 1, tail_.size(), file.f) == tail_.size();
+  ok = ok && std::fflush(file.f) == 0 && fsync(fileno(file.f)) == 0;
+  struct stat st;
+  if (ok && ::stat(path.c_str(), &st) == 0) fchmod(fileno(file.f), st.st_mode & 07777);
+  ok = std::fclose(file.f) == 0 && ok;
+  file.f = nullptr;
+  if (!ok) fail(std::strerror(errno));
+  std::error_code ec;
+  if (std::filesystem::exists(path, ec)) {
+    std::filesystem::path backup = path;
+    backup += ".bak";
+    std::filesystem::remove(backup, ec);
+    if (::link(path.c_str(), backup.c_str()) != 0) std::filesystem::copy_file(path, backup, ec);
+  }
+  if (std::rename(temp.c_str(), path.c_str()) != 0) fail(std::strerror(errno));
+}
+
+}  // namespace tq::dxf

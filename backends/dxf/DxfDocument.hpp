@@ -1,0 +1,153 @@
+#pragma once
+// A DXF file held as its own bytes: what is not changed is written back byte for byte;
+// only the records that changed are written anew.
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Text.hpp"
+#include "dxf/DxfCodec.hpp"
+#include "dxf/TagList.hpp"
+#include "dxf/Tagger.hpp"
+
+namespace tq::dxf {
+
+// What the recover reader repaired or stepped over.
+struct Problem {
+  uint32_t line = 0;
+  std::string message;
+};
+
+inline constexpr uint32_t kNoSegment = UINT32_MAX;
+
+// A run of the file, written back as it stands unless replaced.
+struct Segment {
+  Segment(uint32_t b, uint32_t e) : begin(b), end(e) {}
+  uint32_t begin = 0, end = 0;
+  bool replaced = false;
+  std::string replacement;
+};
+
+// An entity of the ENTITIES section or of a block definition.
+struct EntityRecord {
+  uint32_t begin = 0, end = 0;  // its bytes in the file (empty for a new entity)
+  uint32_t line = 0;
+  uint32_t segment = kNoSegment;  // none for a new entity
+  std::string_view type;          // "TEXT", "LINE", …
+  std::string_view layer;         // the raw layer name of group 8
+  uint64_t handle = 0;
+  int colour = 256;
+  int32_t block = -1;  // the block definition holding it; -1 for the ENTITIES section
+  uint32_t owner = 0;  // for VERTEX, ATTRIB and SEQEND: index + 1 of the POLYLINE or INSERT
+  bool paperSpace = false;
+  bool erased = false;
+  std::unique_ptr<TagList> edit;  // its tags once read for editing
+};
+
+// An entry of the LAYER or APPID table.
+struct TableEntry {
+  uint32_t begin = 0, end = 0, line = 0;
+  uint32_t segment = kNoSegment;
+  Text name;
+  int flags = 0;
+  std::unique_ptr<TagList> edit;
+};
+
+struct BlockDefinition {
+  Text name;
+  double baseX = 0, baseY = 0, baseZ = 0;
+  uint32_t firstRecord = 0, endRecord = 0;  // its entities: records [first, end)
+};
+
+class Document {
+ public:
+  // Strict reading throws DxfError naming the line; recovering reading steps over what it
+  // cannot read and lists it in `problems`.
+  static std::unique_ptr<Document> Load(std::string bytes, bool recover, std::vector<Problem>* problems = nullptr);
+  static std::unique_ptr<Document> LoadFile(const std::filesystem::path& path, bool recover = false,
+                                            std::vector<Problem>* problems = nullptr);
+
+  std::string_view source() const { return bytes_; }
+  const DxfCodec& codec() const { return *codec_; }
+  const std::string& version() const { return version_; }
+  const std::string& dwgCodePage() const { return dwgCodePage_; }
+  bool isR12() const { return version_ < "AC1012"; }
+  std::string_view lineEnd() const { return lineEnd_; }
+
+  std::vector<EntityRecord>& records() { return records_; }
+  const std::vector<EntityRecord>& records() const { return records_; }
+  const std::vector<TableEntry>& layers() const { return layers_; }
+  const std::vector<TableEntry>& appIds() const { return appIds_; }
+  const std::vector<BlockDefinition>& blocks() const { return blocks_; }
+
+  std::optional<size_t> FindLayer(TextView name) const;  // without regard to case, as AutoCAD
+  std::optional<size_t> FindAppId(TextView name) const;
+  std::optional<size_t> FindBlock(TextView name) const;
+
+  // The record's tags: views into the file, or into its edit.
+  std::vector<Tag> Tags(uint32_t index) const;
+  std::string_view LayerRaw(uint32_t index) const;
+  // The record's tags for editing; Commit writes them back into its segment.
+  TagList& Edit(uint32_t index);
+  void Commit(uint32_t index);
+  void Erase(uint32_t index);
+  // A new entity of the ENTITIES section, written at its end; returns its index.
+  uint32_t AddEntity(TagList tags);
+
+  // Registers an application name (an APPID entry); returns its index.
+  size_t AddAppId(TextView name);
+  size_t AddLayer(TextView name);
+  void SetLayerFlags(size_t index, int flags);
+
+  // Handles for new records, from $HANDSEED, which is advanced.
+  bool hasHandles() const { return hasHandles_; }
+  uint64_t NewHandle();
+  const std::string& modelSpaceHandle() const { return modelSpaceHandle_; }
+
+  // The extended data of every changed entity within the format's per-object limit;
+  // throws std::runtime_error naming the first entity that passes it.
+  void CheckXDataLimits() const;
+  std::string Serialize() const;
+  // Written to a temporary file beside the target, flushed and renamed over it; the
+  // previous file is kept as ".bak". A failure leaves the target untouched.
+  void Save(const std::filesystem::path& path) const;
+  bool modified() const { return modified_; }
+
+ private:
+  friend class Loader;
+  Document() = default;
+  std::string EntityText(const EntityRecord& record) const;
+  std::string EntryText(const TableEntry& entry) const;
+  void WriteInsertions(std::string& out, uint32_t segment) const;
+  size_t AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegment, const std::string& tableHandle,
+                       TagList tags, TextView name);
+
+  std::string bytes_;
+  std::unique_ptr<DxfCodec> codec_;
+  std::string version_ = "AC1009";
+  std::string dwgCodePage_ = "ANSI_1252";
+  std::string lineEnd_ = "\n";
+  std::vector<Segment> segments_;
+  std::vector<EntityRecord> records_;
+  std::vector<uint32_t> newRecords_;
+  std::vector<TableEntry> layers_, appIds_;
+  std::vector<BlockDefinition> blocks_;
+  uint32_t entitiesEnd_ = kNoSegment, layerTableEnd_ = kNoSegment, appIdTableEnd_ = kNoSegment;
+  std::string layerTableHandle_, appIdTableHandle_, modelSpaceHandle_;
+  uint32_t handSeedSegment_ = kNoSegment;
+  uint64_t handSeed_ = 0;
+  bool hasHandles_ = false;
+  bool handSeedKnown_ = false;
+  bool modified_ = false;
+  std::string tail_;  // what a recovered file lacked at its end ("ENDSEC", "EOF")
+};
+
+// Extended data of one entity, in bytes as AutoCAD counts them against its 16 KB limit.
+size_t XDataSize(const std::vector<Tag>& tags);
+inline constexpr size_t kXDataLimit = 16383;
+
+}  // namespace tq::dxf

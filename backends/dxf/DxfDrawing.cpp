@@ -1,0 +1,290 @@
+#include "dxf/DxfDrawing.hpp"
+
+#include <algorithm>
+
+#include "base/Paths.hpp"
+#include "dxf/XData.hpp"
+
+namespace tq::dxf {
+
+namespace {
+ObjectId IdOf(uint32_t index) { return ObjectId{index + 1}; }
+
+double NumberOf(const std::vector<Tag>& tags, int code, double fallback) {
+  for (const Tag& t : tags)
+    if (t.code == code) {
+      double v;
+      return ParseDouble(t.value, v) ? v : fallback;
+    }
+  return fallback;
+}
+
+Point3 PointOf(const std::vector<Tag>& tags, int code) {
+  return {NumberOf(tags, code, 0), NumberOf(tags, code + 10, 0), NumberOf(tags, code + 20, 0)};
+}
+
+EditTag NewTag(int code, std::string value) { return {code, std::move(value), {}, {}, {}}; }
+
+class DxfWriteLock : public Drawing::WriteLock {};
+}  // namespace
+
+std::unique_ptr<DxfDrawing> DxfDrawing::Open(const std::filesystem::path& path) {
+  return std::make_unique<DxfDrawing>(Document::LoadFile(path), path);
+}
+
+DxfDrawing::DxfDrawing(std::unique_ptr<Document> doc, std::filesystem::path path)
+    : doc_(std::move(doc)), path_(std::move(path)) {}
+
+void DxfDrawing::Save(const std::filesystem::path& path) const { doc_->Save(path.empty() ? path_ : path); }
+
+const EntityRecord* DxfDrawing::Record(ObjectId id) const {
+  if (id.isNull() || id.value > doc_->records().size()) return nullptr;
+  const EntityRecord& rec = doc_->records()[id.value - 1];
+  return rec.erased ? nullptr : &rec;
+}
+
+const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
+  std::string raw(doc_->LayerRaw(index));
+  auto found = layerStates_.find(raw);
+  if (found != layerStates_.end()) return found->second;
+  LayerState state;
+  Text decoded = doc_->codec().Decode(raw);
+  if (auto layer = doc_->FindLayer(decoded)) {
+    const TableEntry& entry = doc_->layers()[*layer];
+    state = {entry.name, (entry.flags & 1) != 0, (entry.flags & 4) != 0};
+  } else {
+    state.name = decoded;
+  }
+  return layerStates_.emplace(raw, state).first->second;
+}
+
+bool DxfDrawing::Selectable(uint32_t index, const SelectionFilter& filter) const {
+  const EntityRecord& rec = doc_->records()[index];
+  if (rec.erased || rec.block >= 0 || rec.owner != 0 || rec.paperSpace) return false;
+  if (!filter.type.empty() && !EqualNoCase(doc_->codec().Decode(rec.type), filter.type)) return false;
+  const LayerState& layer = LayerOf(index);
+  if (layer.frozen) return false;
+  // Selection filters compare layer names without regard to case, as AutoCAD's do.
+  return filter.layer.empty() || EqualNoCase(layer.name, filter.layer);
+}
+
+std::vector<ObjectId> DxfDrawing::SelectAll(const SelectionFilter& filter) const {
+  std::vector<ObjectId> ids;
+  for (uint32_t i = 0; i < doc_->records().size(); ++i)
+    if (Selectable(i, filter)) ids.push_back(IdOf(i));
+  return ids;
+}
+
+std::vector<ObjectId> DxfDrawing::SelectWindow(const SelectionFilter& filter, const Rect& window) const {
+  std::vector<ObjectId> ids;
+  for (uint32_t i = 0; i < doc_->records().size(); ++i) {
+    if (!Selectable(i, filter)) continue;
+    std::optional<Extents> e = EntityExtents(IdOf(i));
+    if (e && (e->max.x < window.minX || e->min.x > window.maxX || e->max.y < window.minY || e->min.y > window.maxY))
+      continue;
+    ids.push_back(IdOf(i));
+  }
+  return ids;
+}
+
+Text DxfDrawing::EntityType(ObjectId id) const {
+  const EntityRecord* rec = Record(id);
+  return rec ? doc_->codec().Decode(rec->type) : Text();
+}
+
+std::optional<TextEntity> DxfDrawing::TextData(ObjectId id) const {
+  const EntityRecord* rec = Record(id);
+  if (!rec || (rec->type != "TEXT" && rec->type != "ATTRIB" && rec->type != "ATTDEF")) return std::nullopt;
+  std::vector<Tag> tags = doc_->Tags(id.value - 1);
+  TextEntity text;
+  for (const Tag& t : tags)
+    if (t.code == 1) {
+      text.string = doc_->codec().Decode(t.value);
+      break;
+    }
+  text.position = PointOf(tags, 10);
+  text.height = NumberOf(tags, 40, 0);
+  text.widthFactor = NumberOf(tags, 41, 1);
+  text.rotation = NumberOf(tags, 50, 0);
+  text.layer = LayerOf(id.value - 1).name;
+  text.colour = rec->colour;
+  return text;
+}
+
+std::optional<LineEntity> DxfDrawing::LineData(ObjectId id) const {
+  const EntityRecord* rec = Record(id);
+  if (!rec || rec->type != "LINE") return std::nullopt;
+  std::vector<Tag> tags = doc_->Tags(id.value - 1);
+  return LineEntity{PointOf(tags, 10), PointOf(tags, 11), LayerOf(id.value - 1).name, rec->colour};
+}
+
+std::optional<Point3> DxfDrawing::PointPosition(ObjectId id) const {
+  const EntityRecord* rec = Record(id);
+  if (!rec || rec->type != "POINT") return std::nullopt;
+  return PointOf(doc_->Tags(id.value - 1), 10);
+}
+
+std::optional<Extents> DxfDrawing::EntityExtents(ObjectId id) const {
+  if (!Record(id)) return std::nullopt;
+  if (!extents_) extents_ = std::make_unique<ExtentsCalculator>(*doc_);
+  return extents_->Of(id.value - 1);
+}
+
+Text DxfDrawing::Layer(ObjectId id) const { return Record(id) ? LayerOf(id.value - 1).name : Text(); }
+
+int DxfDrawing::ColourIndex(ObjectId id) const {
+  const EntityRecord* rec = Record(id);
+  return rec ? rec->colour : kColourByLayer;
+}
+
+// A colour tag added by this backend and set back to by-layer is removed again, so that
+// marking and restoring leave the entity as it was.
+void DxfDrawing::SetColour(uint32_t index, int colour) {
+  EntityRecord& rec = doc_->records()[index];
+  if (rec.colour == colour && !rec.edit) return;
+  TagList& tags = doc_->Edit(index);
+  auto found = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 62; });
+  if (found != tags.end()) {
+    if (colour == kColourByLayer && found->isNew()) tags.erase(found);
+    else SetTagInt(*found, colour);
+  } else if (colour != kColourByLayer) {
+    auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
+    tags.insert(layer == tags.end() ? tags.end() : layer + 1, NewTag(62, FormatInt(62, colour)));
+  }
+  rec.colour = colour;
+  doc_->Commit(index);
+}
+
+EditResult DxfDrawing::SetColourIndex(ObjectId id, int colour) {
+  if (!Record(id)) return EditResult::NotFound;
+  if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
+  uint32_t index = id.value - 1;
+  SetColour(index, colour);
+  for (uint32_t i = index + 1; i < doc_->records().size() && doc_->records()[i].owner == index + 1; ++i) SetColour(i, colour);
+  return EditResult::Ok;
+}
+
+EditResult DxfDrawing::Erase(ObjectId id) {
+  if (!Record(id)) return EditResult::NotFound;
+  if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
+  doc_->Erase(id.value - 1);
+  return EditResult::Ok;
+}
+
+Text DxfDrawing::Handle(ObjectId id) const {
+  const EntityRecord* rec = Record(id);
+  if (!rec || rec->handle == 0) return Text();
+  std::string h = FormatHandle(rec->handle);
+  return Text(h.begin(), h.end());
+}
+
+ObjectId DxfDrawing::FindHandle(TextView handle) const {
+  if (handles_.empty())
+    for (uint32_t i = 0; i < doc_->records().size(); ++i)
+      if (doc_->records()[i].handle) handles_.emplace(doc_->records()[i].handle, i);
+  std::string h = ToUtf8(handle);
+  auto found = handles_.find(std::strtoull(h.c_str(), nullptr, 16));
+  if (found == handles_.end() || doc_->records()[found->second].erased) return ObjectId{};
+  return IdOf(found->second);
+}
+
+void DxfDrawing::EnsureLayer(TextView layer) {
+  if (!doc_->FindLayer(layer)) doc_->AddLayer(layer), layerStates_.clear();
+}
+
+TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass) {
+  EnsureLayer(layer);
+  TagList tags{NewTag(0, std::string(type))};
+  if (doc_->hasHandles()) tags.push_back(NewTag(5, FormatHandle(doc_->NewHandle())));
+  if (!doc_->isR12()) {
+    if (!doc_->modelSpaceHandle().empty()) tags.push_back(NewTag(330, doc_->modelSpaceHandle()));
+    tags.push_back(NewTag(100, "AcDbEntity"));
+  }
+  tags.push_back(NewTag(8, doc_->codec().Encode(layer)));
+  if (colour != kColourByLayer) tags.push_back(NewTag(62, FormatInt(62, colour)));
+  if (!doc_->isR12()) tags.push_back(NewTag(100, std::string(subclass)));
+  return tags;
+}
+
+ObjectId DxfDrawing::AddEntity(TagList tags) {
+  uint32_t index = doc_->AddEntity(std::move(tags));
+  if (doc_->records()[index].handle == 0)
+    if (const EditTag* h = FindTag(*doc_->records()[index].edit, 5))
+      doc_->records()[index].handle = std::strtoull(h->value.c_str(), nullptr, 16);
+  handles_.clear();
+  return IdOf(index);
+}
+
+ObjectId DxfDrawing::AddText(const TextEntity& text) {
+  TagList tags = EntityHead("TEXT", text.layer, text.colour, "AcDbText");
+  auto add = [&](int code, std::string value) { tags.push_back(NewTag(code, std::move(value))); };
+  add(10, FormatDouble(text.position.x));
+  add(20, FormatDouble(text.position.y));
+  add(30, FormatDouble(text.position.z));
+  add(40, FormatDouble(text.height));
+  add(1, doc_->codec().Encode(text.string));
+  if (text.rotation != 0) add(50, FormatDouble(text.rotation));
+  if (text.widthFactor != 1) add(41, FormatDouble(text.widthFactor));
+  if (!doc_->isR12()) add(100, "AcDbText");
+  return AddEntity(std::move(tags));
+}
+
+ObjectId DxfDrawing::AddLine(const LineEntity& line) {
+  TagList tags = EntityHead("LINE", line.layer, line.colour, "AcDbLine");
+  for (auto [code, p] : {std::pair{10, line.start}, std::pair{11, line.end}}) {
+    tags.push_back(NewTag(code, FormatDouble(p.x)));
+    tags.push_back(NewTag(code + 10, FormatDouble(p.y)));
+    tags.push_back(NewTag(code + 20, FormatDouble(p.z)));
+  }
+  return AddEntity(std::move(tags));
+}
+
+bool DxfDrawing::IsLayerLocked(TextView layer) const {
+  auto found = doc_->FindLayer(layer);
+  return found && (doc_->layers()[*found].flags & 4) != 0;
+}
+
+void DxfDrawing::SetLayerLocked(TextView layer, bool locked) {
+  auto found = doc_->FindLayer(layer);
+  if (!found) return;
+  int flags = doc_->layers()[*found].flags;
+  doc_->SetLayerFlags(*found, locked ? (flags | 4) : (flags & ~4));
+  layerStates_.clear();
+}
+
+std::optional<XDataLines> DxfDrawing::ReadXData(ObjectId id, TextView application) const {
+  if (!Record(id)) return std::nullopt;
+  return ReadXDataLines(doc_->Tags(id.value - 1), application, doc_->codec());
+}
+
+EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XDataLines& lines) {
+  if (!Record(id)) return EditResult::NotFound;
+  if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
+  uint32_t index = id.value - 1;
+  TagList& tags = doc_->Edit(index);
+  TagList before = tags;
+  WriteXDataLines(tags, application, lines, doc_->codec());
+  if (XDataSize(doc_->Tags(index)) > kXDataLimit) {
+    tags = std::move(before);
+    return EditResult::TooLarge;
+  }
+  // AutoCAD refuses a drawing whose extended data names an unregistered application.
+  if (!doc_->FindAppId(application)) doc_->AddAppId(application);
+  doc_->Commit(index);
+  return EditResult::Ok;
+}
+
+EditResult DxfDrawing::RemoveXData(ObjectId id, TextView application) {
+  if (!Record(id)) return EditResult::NotFound;
+  if (!ReadXData(id, application)) return EditResult::Ok;
+  if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
+  RemoveXDataGroup(doc_->Edit(id.value - 1), application, doc_->codec());
+  doc_->Commit(id.value - 1);
+  return EditResult::Ok;
+}
+
+std::unique_ptr<Drawing::WriteLock> DxfDrawing::LockForWrite() { return std::make_unique<DxfWriteLock>(); }
+
+Text DxfDrawing::FileName() const { return FromFsPath(path_); }
+
+}  // namespace tq::dxf

@@ -1,0 +1,69 @@
+#pragma once
+// The Drawing port over a DXF document.
+#include <filesystem>
+#include <memory>
+#include <unordered_map>
+
+#include "dxf/DxfDocument.hpp"
+#include "dxf/Extents.hpp"
+#include "ports/Drawing.hpp"
+
+namespace tq::dxf {
+
+class DxfDrawing : public Drawing {
+ public:
+  // Strict reading; throws DxfError naming the line, or std::runtime_error.
+  static std::unique_ptr<DxfDrawing> Open(const std::filesystem::path& path);
+  DxfDrawing(std::unique_ptr<Document> doc, std::filesystem::path path);
+
+  Document& document() { return *doc_; }
+  const Document& document() const { return *doc_; }
+  // Atomic save (with a ".bak" of the previous file); to the drawing's own file by default.
+  void Save(const std::filesystem::path& path = {}) const;
+
+  std::vector<ObjectId> SelectAll(const SelectionFilter& filter) const override;
+  std::vector<ObjectId> SelectWindow(const SelectionFilter& filter, const Rect& window) const override;
+  Text EntityType(ObjectId id) const override;
+  std::optional<TextEntity> TextData(ObjectId id) const override;
+  std::optional<LineEntity> LineData(ObjectId id) const override;
+  std::optional<Point3> PointPosition(ObjectId id) const override;
+  std::optional<Extents> EntityExtents(ObjectId id) const override;
+  Text Layer(ObjectId id) const override;
+  int ColourIndex(ObjectId id) const override;
+  EditResult SetColourIndex(ObjectId id, int colour) override;
+  EditResult Erase(ObjectId id) override;
+  Text Handle(ObjectId id) const override;
+  ObjectId FindHandle(TextView handle) const override;
+  ObjectId AddText(const TextEntity& text) override;
+  ObjectId AddLine(const LineEntity& line) override;
+  bool IsLayerLocked(TextView layer) const override;
+  void SetLayerLocked(TextView layer, bool locked) override;
+  std::optional<XDataLines> ReadXData(ObjectId id, TextView application) const override;
+  EditResult WriteXData(ObjectId id, TextView application, const XDataLines& lines) override;
+  EditResult RemoveXData(ObjectId id, TextView application) override;
+  std::unique_ptr<WriteLock> LockForWrite() override;
+  void FlushGraphics() override {}
+  Text FileName() const override;
+
+ private:
+  struct LayerState {
+    Text name;  // as the layer table spells it
+    bool frozen = false;
+    bool locked = false;
+  };
+  const EntityRecord* Record(ObjectId id) const;
+  const LayerState& LayerOf(uint32_t index) const;
+  bool Selectable(uint32_t index, const SelectionFilter& filter) const;
+  void SetColour(uint32_t index, int colour);
+  ObjectId AddEntity(dxf::TagList tags);
+  dxf::TagList EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass);
+  void EnsureLayer(TextView layer);
+
+  std::unique_ptr<Document> doc_;
+  std::filesystem::path path_;
+  mutable std::unordered_map<std::string, LayerState> layerStates_;
+  mutable std::unordered_map<uint64_t, uint32_t> handles_;
+  mutable std::unique_ptr<ExtentsCalculator> extents_;
+};
+
+}  // namespace tq::dxf

@@ -1,0 +1,347 @@
+// Reading a DXF file into a Document: tags, then sections, tables, blocks and entities.
+#include <array>
+#include <cstring>
+
+#include "dxf/DxfDocument.hpp"
+
+namespace tq::dxf {
+
+namespace {
+
+enum class NumberKind : uint8_t { None, Int, Float };
+
+constexpr std::array<NumberKind, 1072> MakeNumberKinds() {
+  std::array<NumberKind, 1072> kinds{};
+  auto set = [&](int from, int to, NumberKind k) {
+    for (int c = from; c <= to; ++c) kinds[static_cast<size_t>(c)] = k;
+  };
+  set(10, 59, NumberKind::Float);
+  set(60, 99, NumberKind::Int);
+  set(110, 149, NumberKind::Float);
+  set(160, 179, NumberKind::Int);
+  set(210, 239, NumberKind::Float);
+  set(270, 289, NumberKind::Int);
+  set(290, 299, NumberKind::Int);
+  set(370, 389, NumberKind::Int);
+  set(400, 409, NumberKind::Int);
+  set(420, 429, NumberKind::Int);
+  set(440, 459, NumberKind::Int);
+  set(460, 469, NumberKind::Float);
+  set(1010, 1059, NumberKind::Float);
+  set(1060, 1071, NumberKind::Int);
+  return kinds;
+}
+constexpr std::array<NumberKind, 1072> kNumberKinds = MakeNumberKinds();
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The shape of a number, checked without converting it.
+bool LooksLikeNumber(std::string_view v, bool allowFloat) {
+  size_t i = 0, n = v.size();
+  while (i < n && v[i] == ' ') ++i;
+  while (n > i && (v[n - 1] == ' ' || v[n - 1] == '\t')) --n;
+  if (i < n && (v[i] == '-' || v[i] == '+')) ++i;
+  size_t digits = 0;
+  while (i < n && IsDigit(v[i])) ++i, ++digits;
+  if (allowFloat) {
+    if (i < n && v[i] == '.') {
+      ++i;
+      while (i < n && IsDigit(v[i])) ++i, ++digits;
+    }
+    if (digits && i < n && (v[i] == 'e' || v[i] == 'E')) {
+      ++i;
+      if (i < n && (v[i] == '-' || v[i] == '+')) ++i;
+      size_t e = 0;
+      while (i < n && IsDigit(v[i])) ++i, ++e;
+      if (!e) return false;
+    }
+  }
+  return digits > 0 && i == n;
+}
+
+std::string_view Keyword(std::string_view v) { return TrimNumber(v); }
+
+uint64_t ParseHandle(std::string_view v) {
+  v = TrimNumber(v);
+  uint64_t h = 0;
+  for (char c : v) {
+    int d = (c >= '0' && c <= '9') ? c - '0' : (c >= 'A' && c <= 'F') ? c - 'A' + 10 : (c >= 'a' && c <= 'f') ? c - 'a' + 10 : -1;
+    if (d < 0 || h > (UINT64_MAX >> 4)) return 0;
+    h = h * 16 + static_cast<uint64_t>(d);
+  }
+  return h;
+}
+
+}  // namespace
+
+class Loader {
+ public:
+  Loader(Document& doc, bool recover, std::vector<Problem>* problems)
+      : doc_(doc), tagger_(doc.bytes_), recover_(recover), problems_(problems) {}
+
+  void Run();
+
+ private:
+  bool Next();
+  void Fail(uint32_t line, const std::string& what);
+  bool At(std::string_view keyword) const { return have_ && cur_.code == 0 && Keyword(cur_.value) == keyword; }
+  bool AtAny(std::initializer_list<std::string_view> keywords) const;
+  std::string Describe() const;
+  uint32_t Here() const { return have_ ? cur_.offset : static_cast<uint32_t>(doc_.bytes_.size()); }
+  uint32_t AddSegment(uint32_t begin, uint32_t end);
+  void Header();
+  void Tables();
+  void Blocks();
+  void Entities(int32_t block);
+  void SkipRecord();
+  void SkipToEndOfSection();
+  template <class OnTag>
+  void ReadRecord(OnTag onTag);
+
+  Document& doc_;
+  Tagger tagger_;
+  bool recover_;
+  std::vector<Problem>* problems_;
+  Tag cur_;
+  bool have_ = false;
+  uint32_t rawStart_ = 0;
+};
+
+bool Loader::Next() {
+  for (;;) {
+    Tagger::Result r = tagger_.Next(cur_);
+    if (r == Tagger::Result::Tag) {
+      if (static_cast<unsigned>(cur_.code) < kNumberKinds.size()) {
+        NumberKind kind = kNumberKinds[static_cast<size_t>(cur_.code)];
+        if (kind != NumberKind::None && !LooksLikeNumber(cur_.value, kind == NumberKind::Float))
+          Fail(cur_.line + 1, "expected " + std::string(kind == NumberKind::Float ? "a number" : "an integer") +
+                                  " for group code " + std::to_string(cur_.code) + ", found \"" +
+                                  std::string(cur_.value.substr(0, 40)) + "\"");
+      }
+      return have_ = true;
+    }
+    if (r == Tagger::Result::End) return have_ = false;
+    if (r == Tagger::Result::MissingValue) {
+      Fail(tagger_.errorLine(), "the file ends after a group code, where its value was expected");
+      return have_ = false;
+    }
+    Fail(tagger_.errorLine(), "expected a group code (an integer)");
+    tagger_.SkipLine();
+  }
+}
+
+void Loader::Fail(uint32_t line, const std::string& what) {
+  if (!recover_) throw DxfError(line, what);
+  if (problems_) problems_->push_back({line, what});
+}
+
+bool Loader::AtAny(std::initializer_list<std::string_view> keywords) const {
+  for (std::string_view k : keywords)
+    if (At(k)) return true;
+  return false;
+}
+
+std::string Loader::Describe() const {
+  if (!have_) return "the end of the file";
+  return "group code " + std::to_string(cur_.code) + " \"" + std::string(cur_.value.substr(0, 40)) + "\"";
+}
+
+uint32_t Loader::AddSegment(uint32_t begin, uint32_t end) {
+  if (begin > rawStart_) doc_.segments_.push_back({rawStart_, begin});
+  doc_.segments_.push_back({begin, end});
+  rawStart_ = end;
+  return static_cast<uint32_t>(doc_.segments_.size() - 1);
+}
+
+template <class OnTag>
+void Loader::ReadRecord(OnTag onTag) {
+  while (Next() && cur_.code != 0) onTag(cur_);
+}
+
+void Loader::SkipRecord() {
+  ReadRecord([](const Tag&) {});
+}
+
+void Loader::SkipToEndOfSection() {
+  while (have_ && !AtAny({"ENDSEC", "EOF"})) Next();
+}
+
+void Loader::Run() {
+  if (doc_.bytes_.starts_with("AutoCAD Binary DXF"))
+    throw DxfError(1, "a binary DXF file; save the drawing as ASCII DXF");
+  size_t firstNewline = doc_.bytes_.find('\n');
+  if (firstNewline != std::string::npos && firstNewline > 0 && doc_.bytes_[firstNewline - 1] == '\r')
+    doc_.lineEnd_ = "\r\n";
+  // A file without a header section reads in the defaults: R12, ANSI_1252.
+  doc_.codec_ = std::make_unique<DxfCodec>(doc_.version_, doc_.dwgCodePage_);
+  bool sawEof = false;
+  Next();
+  while (have_) {
+    if (At("EOF")) {
+      sawEof = true;
+      break;
+    }
+    if (!At("SECTION")) {
+      Fail(cur_.line, "expected \"0 SECTION\" or \"0 EOF\", found " + Describe());
+      Next();
+      continue;
+    }
+    uint32_t sectionLine = cur_.line;
+    if (!Next() || cur_.code != 2) {
+      Fail(have_ ? cur_.line : tagger_.line(), "expected the section name (group code 2), found " + Describe());
+      SkipToEndOfSection();
+    } else {
+      std::string name(Keyword(cur_.value));
+      Next();
+      if (name == "HEADER") Header();
+      else if (name == "TABLES") Tables();
+      else if (name == "BLOCKS") Blocks();
+      else if (name == "ENTITIES") Entities(-1);
+      else SkipToEndOfSection();
+      if (name == "ENTITIES") doc_.entitiesEnd_ = AddSegment(Here(), Here());
+    }
+    if (At("ENDSEC")) {
+      Next();
+    } else {
+      Fail(have_ ? cur_.line : tagger_.line(), "the section that starts on line " + std::to_string(sectionLine) +
+                                                    " is not closed by \"0 ENDSEC\"");
+      if (!have_) doc_.tail_ += FormatTag(0, "ENDSEC", doc_.lineEnd_);
+    }
+  }
+  if (!sawEof) {
+    Fail(tagger_.line(), "the file does not end with \"0 EOF\"");
+    doc_.tail_ += FormatTag(0, "EOF", doc_.lineEnd_);
+  }
+  doc_.segments_.push_back({rawStart_, static_cast<uint32_t>(doc_.bytes_.size())});
+}
+
+void Loader::Header() {
+  std::string variable;
+  while (have_ && cur_.code != 0) {
+    if (cur_.code == 9) variable = std::string(Keyword(cur_.value));
+    else if (variable == "$ACADVER" && cur_.code == 1) doc_.version_ = std::string(Keyword(cur_.value));
+    else if (variable == "$DWGCODEPAGE" && cur_.code == 3) doc_.dwgCodePage_ = std::string(Keyword(cur_.value));
+    else if (variable == "$HANDSEED" && cur_.code == 5) {
+      doc_.handSeed_ = ParseHandle(cur_.value);
+      doc_.handSeedKnown_ = doc_.handSeed_ != 0;
+      doc_.handSeedSegment_ = AddSegment(cur_.offset, cur_.end);
+    }
+    Next();
+  }
+  doc_.codec_ = std::make_unique<DxfCodec>(doc_.version_, doc_.dwgCodePage_);
+}
+
+void Loader::Tables() {
+  while (have_ && !AtAny({"ENDSEC", "EOF"})) {
+    if (!At("TABLE")) {
+      Fail(cur_.line, "expected \"0 TABLE\", found " + Describe());
+      if (cur_.code == 0) SkipRecord(); else Next();
+      continue;
+    }
+    std::string table, handle;
+    ReadRecord([&](const Tag& t) {
+      if (t.code == 2) table = std::string(Keyword(t.value));
+      if (t.code == 5) handle = std::string(Keyword(t.value));
+    });
+    while (have_ && !AtAny({"ENDTAB", "ENDSEC", "EOF"})) {
+      if (cur_.code != 0) {
+        Next();
+        continue;
+      }
+      TableEntry entry;
+      entry.begin = cur_.offset;
+      entry.line = cur_.line;
+      std::string_view name;
+      std::string entryHandle;
+      ReadRecord([&](const Tag& t) {
+        if (t.code == 2) name = t.value;
+        else if (t.code == 70) entry.flags = static_cast<int>(std::strtol(std::string(t.value).c_str(), nullptr, 10));
+        else if (t.code == 5) entryHandle = std::string(Keyword(t.value));
+      });
+      entry.end = Here();
+      entry.name = doc_.codec_->Decode(name);
+      if (table == "LAYER" || table == "APPID") {
+        entry.segment = AddSegment(entry.begin, entry.end);
+        (table == "LAYER" ? doc_.layers_ : doc_.appIds_).push_back(std::move(entry));
+      } else if (table == "BLOCK_RECORD" && EqualNoCase(entry.name, u"*Model_Space")) {
+        doc_.modelSpaceHandle_ = entryHandle;
+      }
+    }
+    if (At("ENDTAB")) {
+      if (table == "LAYER") doc_.layerTableEnd_ = AddSegment(Here(), Here()), doc_.layerTableHandle_ = handle;
+      if (table == "APPID") doc_.appIdTableEnd_ = AddSegment(Here(), Here()), doc_.appIdTableHandle_ = handle;
+      SkipRecord();
+    } else {
+      Fail(have_ ? cur_.line : tagger_.line(), "table " + table + " is not closed by \"0 ENDTAB\"");
+    }
+  }
+}
+
+void Loader::Blocks() {
+  while (have_ && !AtAny({"ENDSEC", "EOF"})) {
+    if (!At("BLOCK")) {
+      Fail(cur_.line, "expected \"0 BLOCK\", found " + Describe());
+      if (cur_.code == 0) SkipRecord(); else Next();
+      continue;
+    }
+    BlockDefinition block;
+    std::string_view name;
+    ReadRecord([&](const Tag& t) {
+      if (t.code == 2) name = t.value;
+      else if (t.code == 10) ParseDouble(t.value, block.baseX);
+      else if (t.code == 20) ParseDouble(t.value, block.baseY);
+      else if (t.code == 30) ParseDouble(t.value, block.baseZ);
+    });
+    block.name = doc_.codec_->Decode(name);
+    block.firstRecord = static_cast<uint32_t>(doc_.records_.size());
+    doc_.blocks_.push_back(std::move(block));
+    Entities(static_cast<int32_t>(doc_.blocks_.size() - 1));
+    doc_.blocks_.back().endRecord = static_cast<uint32_t>(doc_.records_.size());
+    if (At("ENDBLK")) SkipRecord();
+    else Fail(have_ ? cur_.line : tagger_.line(), "block \"" + ToUtf8(doc_.blocks_.back().name) + "\" is not closed by \"0 ENDBLK\"");
+  }
+}
+
+void Loader::Entities(int32_t block) {
+  uint32_t owner = 0;
+  while (have_ && !AtAny({"ENDSEC", "ENDBLK", "EOF"}) && !(block < 0 && At("SECTION"))) {
+    if (cur_.code != 0) {
+      Fail(cur_.line, "expected the start of an entity (group code 0), found " + Describe());
+      Next();
+      continue;
+    }
+    EntityRecord& rec = doc_.records_.emplace_back();
+    rec.begin = cur_.offset;
+    rec.line = cur_.line;
+    rec.type = Keyword(cur_.value);
+    rec.block = block;
+    ReadRecord([&](const Tag& t) {
+      switch (t.code) {
+        case 5: rec.handle = ParseHandle(t.value), doc_.hasHandles_ = true; break;
+        case 8: rec.layer = t.value; break;
+        case 62: rec.colour = static_cast<int>(std::strtol(std::string(TrimNumber(t.value)).c_str(), nullptr, 10)); break;
+        case 67: rec.paperSpace = TrimNumber(t.value) == "1"; break;
+        default: break;
+      }
+    });
+    rec.end = Here();
+    if (block < 0) rec.segment = AddSegment(rec.begin, rec.end);
+    const uint32_t index = static_cast<uint32_t>(doc_.records_.size());
+    if (rec.type == "VERTEX" || rec.type == "ATTRIB" || rec.type == "SEQEND") {
+      rec.owner = owner;
+      if (rec.type == "SEQEND") owner = 0;
+    } else {
+      owner = (rec.type == "POLYLINE" || rec.type == "INSERT") ? index : 0;
+    }
+  }
+}
+
+std::unique_ptr<Document> Document::Load(std::string bytes, bool recover, std::vector<Problem>* problems) {
+  std::unique_ptr<Document> doc(new Document());
+  doc->bytes_ = std::move(bytes);
+  if (doc->bytes_.size() >= UINT32_MAX) throw DxfError(1, "the file is larger than 4 GB");
+  Loader(*doc, recover, problems).Run();
+  return doc;
+}
+
+}  // namespace tq::dxf

@@ -1,0 +1,77 @@
+#include "dxf/Tagger.hpp"
+
+#include <charconv>
+#include <cstring>
+
+namespace tq::dxf {
+
+namespace {
+
+// The line from `pos`: its content (without "\r\n" or "\n") and the offset after it.
+inline bool ReadLine(std::string_view data, uint32_t pos, std::string_view& content, uint32_t& next) {
+  if (pos >= data.size()) return false;
+  const char* start = data.data() + pos;
+  const void* nl = std::memchr(start, '\n', data.size() - pos);
+  size_t length = nl ? static_cast<const char*>(nl) - start : data.size() - pos;
+  next = static_cast<uint32_t>(pos + length + (nl ? 1 : 0));
+  if (length > 0 && start[length - 1] == '\r') --length;
+  content = std::string_view(start, length);
+  return true;
+}
+
+}  // namespace
+
+std::string_view TrimNumber(std::string_view value) {
+  size_t b = 0, e = value.size();
+  while (b < e && (value[b] == ' ' || value[b] == '\t')) ++b;
+  while (e > b && (value[e - 1] == ' ' || value[e - 1] == '\t' || value[e - 1] == '\r')) --e;
+  return value.substr(b, e - b);
+}
+
+bool ParseInt(std::string_view value, long long& out) {
+  value = TrimNumber(value);
+  if (!value.empty() && value[0] == '+') value.remove_prefix(1);
+  auto [p, ec] = std::from_chars(value.data(), value.data() + value.size(), out);
+  return ec == std::errc() && p == value.data() + value.size() && !value.empty();
+}
+
+bool ParseDouble(std::string_view value, double& out) {
+  value = TrimNumber(value);
+  if (!value.empty() && value[0] == '+') value.remove_prefix(1);
+  auto [p, ec] = std::from_chars(value.data(), value.data() + value.size(), out);
+  return ec == std::errc() && p == value.data() + value.size() && !value.empty();
+}
+
+void Tagger::SkipLine() {
+  std::string_view content;
+  uint32_t next;
+  if (ReadLine(data_, pos_, content, next)) pos_ = next, ++line_;
+}
+
+Tagger::Result Tagger::Next(Tag& tag) {
+  std::string_view codeLine;
+  uint32_t afterCode;
+  if (!ReadLine(data_, pos_, codeLine, afterCode)) return Result::End;
+  long long code;
+  // Group codes are short integers; anything else is no DXF tag.
+  if (codeLine.size() > 16 || !ParseInt(codeLine, code) || code < -32768 || code > 32767) {
+    errorLine_ = line_;
+    return Result::BadCode;
+  }
+  std::string_view value;
+  uint32_t afterValue;
+  if (!ReadLine(data_, afterCode, value, afterValue)) {
+    errorLine_ = line_;
+    return Result::MissingValue;
+  }
+  tag.code = static_cast<int>(code);
+  tag.value = value;
+  tag.offset = pos_;
+  tag.end = afterValue;
+  tag.line = line_;
+  pos_ = afterValue;
+  line_ += 2;
+  return Result::Tag;
+}
+
+}  // namespace tq::dxf

@@ -1,0 +1,33 @@
+#pragma once
+// Extended data as lines of text per application name.
+#include <optional>
+#include <vector>
+
+#include "base/Text.hpp"
+#include "dxf/DxfCodec.hpp"
+#include "dxf/TagList.hpp"
+
+namespace tq::dxf {
+
+using XDataLines = std::vector<Text>;
+
+// Longest group-1000 string, in bytes of the file's encoding.
+inline constexpr size_t kXDataStringLimit = 255;
+
+// The lines stored under `application` (without regard to case): each top-level group-1000
+// string is a line, and the strings inside a "{" … "}" group-1002 pair are joined into one.
+// Nothing when the entity holds no group of that name.
+std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec);
+
+// Replaces the group of `application` by these lines, or appends a new group at the end
+// of the entity's extended data. A line longer than one string may hold is written as
+// several strings inside a "{" … "}" pair.
+void WriteXDataLines(TagList& tags, TextView application, const XDataLines& lines, const DxfCodec& codec);
+
+// Removes the group; false when there was none.
+bool RemoveXDataGroup(TagList& tags, TextView application, const DxfCodec& codec);
+
+// A line in pieces of at most `limit` bytes, never cutting a character or an escape.
+std::vector<std::string> SplitEncoded(TextView line, const DxfCodec& codec, size_t limit = kXDataStringLimit);
+
+}  // namespace tq::dxf
