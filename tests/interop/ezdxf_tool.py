@@ -112,7 +112,7 @@ def read(path):
     auditor = doc.audit()
     print('AUDIT\t%d\t%d' % (len(auditor.errors), len(auditor.fixes)))
     for error in auditor.errors:
-        print('AUDIT-ERROR\t' + esc(error.message), file=sys.stderr)
+        print('AUDIT-ERROR\t' + esc(error.message))
 
 
 if __name__ == '__main__':

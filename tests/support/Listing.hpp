@@ -22,6 +22,7 @@ struct Listing {
   std::map<std::pair<std::string, std::string>, std::vector<std::string>> xdata;  // (handle, app) → lines
   std::vector<std::string> appIds;
   int auditErrors = -1;
+  std::vector<std::string> auditMessages;
 };
 
 inline std::string Unescape(const std::string& s) {
@@ -58,6 +59,7 @@ inline Listing ParseListing(const std::string& text) {
     else if (f[0] == "X" && f.size() == 3) listing.xdata[{f[1], f[2]}].push_back("");
     else if (f[0] == "A" && f.size() >= 2) listing.appIds.push_back(f[1]);
     else if (f[0] == "AUDIT" && f.size() >= 2) listing.auditErrors = std::stoi(f[1]);
+    else if (f[0] == "AUDIT-ERROR" && f.size() >= 2) listing.auditMessages.push_back(f[1]);
   }
   return listing;
 }
