@@ -7,6 +7,7 @@ SITE   := examples/site
 WERROR := $(if $(filter true,$(CI)),ON,OFF)
 
 .PHONY: deps configure build demo test asan bench fuzz clean
+FUZZ_SECONDS ?= 60
 
 deps:
 	@./deps/install.sh
@@ -25,6 +26,11 @@ test: build
 
 asan:
 	$(MAKE) test PRESET=asan
+
+fuzz: deps
+	cmake --preset fuzz -DTQ_WERROR=$(WERROR)
+	cmake --build --preset fuzz --target dxf_reader_fuzz
+	./fuzz/run.sh $(FUZZ_SECONDS)
 
 bench:
 	$(MAKE) build PRESET=release

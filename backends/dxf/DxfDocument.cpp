@@ -60,15 +60,26 @@ std::string Document::EntityText(const EntityRecord& record) const {
                      : std::string(std::string_view(bytes_).substr(record.begin, record.end - record.begin));
 }
 
+void Document::Replace(uint32_t segment, std::string text) {
+  Segment& seg = segments_[segment];
+  // A record changed back to what it was is written from the file again.
+  if (text == std::string_view(bytes_).substr(seg.begin, seg.end - seg.begin)) {
+    if (seg.replacement >= 0) replacements_[static_cast<size_t>(seg.replacement)].clear();
+    seg.replacement = -1;
+    return;
+  }
+  if (seg.replacement < 0) {
+    seg.replacement = static_cast<int32_t>(replacements_.size());
+    replacements_.emplace_back();
+  }
+  replacements_[static_cast<size_t>(seg.replacement)] = std::move(text);
+}
+
 void Document::Commit(uint32_t index) {
   EntityRecord& rec = records_[index];
   modified_ = true;
   if (rec.segment == kNoSegment || !rec.edit) return;
-  Segment& seg = segments_[rec.segment];
-  std::string text = dxf::Serialize(*rec.edit, lineEnd_);
-  // A record changed back to what it was is written from the file again.
-  seg.replaced = text != std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin);
-  seg.replacement = seg.replaced ? std::move(text) : std::string();
+  Replace(rec.segment, dxf::Serialize(*rec.edit, lineEnd_));
 }
 
 void Document::Erase(uint32_t index) {
@@ -76,10 +87,7 @@ void Document::Erase(uint32_t index) {
     if (i != index && records_[i].owner != index + 1) break;
     EntityRecord& rec = records_[i];
     rec.erased = true;
-    if (rec.segment != kNoSegment) {
-      segments_[rec.segment].replaced = true;
-      segments_[rec.segment].replacement.clear();
-    }
+    if (rec.segment != kNoSegment) Replace(rec.segment, std::string());
   }
   modified_ = true;
 }
@@ -141,11 +149,7 @@ void Document::SetLayerFlags(size_t index, int flags) {
   if (EditTag* tag = FindTag(*entry.edit, 70)) SetTagInt(*tag, flags);
   else entry.edit->push_back({70, FormatInt(70, flags), {}, {}, {}});
   modified_ = true;
-  if (entry.segment == kNoSegment) return;
-  Segment& seg = segments_[entry.segment];
-  std::string text = dxf::Serialize(*entry.edit, lineEnd_);
-  seg.replaced = text != std::string_view(bytes_).substr(entry.begin, entry.end - entry.begin);
-  seg.replacement = seg.replaced ? std::move(text) : std::string();
+  if (entry.segment != kNoSegment) Replace(entry.segment, dxf::Serialize(*entry.edit, lineEnd_));
 }
 
 uint64_t Document::NewHandle() {
@@ -159,10 +163,7 @@ uint64_t Document::NewHandle() {
     handSeedKnown_ = true;
   }
   uint64_t handle = handSeed_++;
-  if (handSeedSegment_ != kNoSegment) {
-    segments_[handSeedSegment_].replaced = true;
-    segments_[handSeedSegment_].replacement = FormatTag(5, FormatHandle(handSeed_), lineEnd_);
-  }
+  if (handSeedSegment_ != kNoSegment) Replace(handSeedSegment_, FormatTag(5, FormatHandle(handSeed_), lineEnd_));
   modified_ = true;
   return handle;
 }
@@ -220,7 +221,7 @@ std::string Document::Serialize() const {
   for (uint32_t i = 0; i < segments_.size(); ++i) {
     WriteInsertions(out, i);
     const Segment& s = segments_[i];
-    if (s.replaced) out += s.replacement;
+    if (const std::string* text = ReplacementOf(s)) out += *text;
     else out.append(bytes_, s.begin, s.end - s.begin);
   }
   out += tail_;
@@ -265,11 +266,14 @@ void Document::Save(const std::filesystem::path& path) const {
     std::string inserted;
     WriteInsertions(inserted, i);
     const Segment& s = segments_[i];
-    if (!inserted.empty() || s.replaced) {
+    const std::string* text = ReplacementOf(s);
+    if (!inserted.empty() || text) {
       flushRun();
       ok = ok && std::fwrite(inserted.data(), 1, inserted.size(), file.f) == inserted.size();
-      if (s.replaced) ok = ok && std::fwrite(s.replacement.data(), 1, s.replacement.size(), file.f) == s.replacement.size();
-      if (s.replaced) continue;
+      if (text) {
+        ok = ok && std::fwrite(text->data(), 1, text->size(), file.f) == text->size();
+        continue;
+      }
     }
     if (runEnd == s.begin && runEnd > runBegin) runEnd = s.end;
     else flushRun(), runBegin = s.begin, runEnd = s.end;

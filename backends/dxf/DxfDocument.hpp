@@ -24,12 +24,12 @@ struct Problem {
 
 inline constexpr uint32_t kNoSegment = UINT32_MAX;
 
-// A run of the file, written back as it stands unless replaced.
+// A run of the file, written back as it stands unless replaced (by the text at index
+// `replacement` of the document's replacements).
 struct Segment {
   Segment(uint32_t b, uint32_t e) : begin(b), end(e) {}
   uint32_t begin = 0, end = 0;
-  bool replaced = false;
-  std::string replacement;
+  int32_t replacement = -1;
 };
 
 // An entity of the ENTITIES section or of a block definition.
@@ -123,6 +123,11 @@ class Document {
   std::string EntityText(const EntityRecord& record) const;
   std::string EntryText(const TableEntry& entry) const;
   void WriteInsertions(std::string& out, uint32_t segment) const;
+  // The segment is written as `text`, or as the file's bytes again when `text` equals them.
+  void Replace(uint32_t segment, std::string text);
+  const std::string* ReplacementOf(const Segment& segment) const {
+    return segment.replacement < 0 ? nullptr : &replacements_[static_cast<size_t>(segment.replacement)];
+  }
   size_t AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegment, const std::string& tableHandle,
                        TagList tags, TextView name);
 
@@ -132,6 +137,7 @@ class Document {
   std::string dwgCodePage_ = "ANSI_1252";
   std::string lineEnd_ = "\n";
   std::vector<Segment> segments_;
+  std::vector<std::string> replacements_;
   std::vector<EntityRecord> records_;
   std::vector<uint32_t> newRecords_;
   std::vector<TableEntry> layers_, appIds_;

@@ -1,0 +1,109 @@
+#include "cli/DxfInfoCommand.hpp"
+
+#include <map>
+
+#include "base/Format.hpp"
+#include "base/Paths.hpp"
+#include "dxf/DxfDocument.hpp"
+
+namespace tq::cli {
+
+namespace {
+
+const char* ReleaseOf(const std::string& version) {
+  static const std::map<std::string, const char*> releases{
+      {"AC1009", "R12"},  {"AC1012", "R13"},  {"AC1014", "R14"},  {"AC1015", "R2000"}, {"AC1018", "R2004"},
+      {"AC1021", "R2007"}, {"AC1024", "R2010"}, {"AC1027", "R2013"}, {"AC1032", "R2018"}};
+  auto found = releases.find(version);
+  return found == releases.end() ? "unknown release" : found->second;
+}
+
+struct XDataTotals {
+  std::map<Text, size_t> entitiesByApplication;
+  size_t entities = 0, strings = 0, largest = 0;
+  uint32_t largestIndex = 0;
+};
+
+XDataTotals CountXData(const dxf::Document& doc) {
+  XDataTotals totals;
+  for (uint32_t i = 0; i < doc.records().size(); ++i) {
+    std::vector<dxf::Tag> tags = doc.Tags(i);
+    bool any = false;
+    for (const dxf::Tag& t : tags) {
+      if (t.code == 1001) any = true, ++totals.entitiesByApplication[doc.codec().Decode(dxf::TrimNumber(t.value))];
+      if (t.code == 1000) ++totals.strings;
+    }
+    if (!any) continue;
+    ++totals.entities;
+    size_t size = dxf::XDataSize(tags);
+    if (size > totals.largest) totals.largest = size, totals.largestIndex = i;
+  }
+  return totals;
+}
+
+std::string Handle(const dxf::EntityRecord& rec) { return dxf::FormatHandle(rec.handle); }
+
+}  // namespace
+
+int RunDxfInfo(const Context& context, const std::string& drawing) {
+  std::ostream& out = *context.out;
+  std::filesystem::path path(std::u8string(drawing.begin(), drawing.end()));
+  std::optional<std::string> bytes = ReadFileBytes(path);
+  if (!bytes) throw UserError("cannot read " + drawing);
+  std::string strict = "strict reading: no problem";
+  try {
+    dxf::Document::Load(*bytes, false);
+  } catch (const dxf::DxfError& e) {
+    strict = std::string("strict reading fails: ") + e.what();
+  }
+  std::vector<dxf::Problem> problems;
+  std::unique_ptr<dxf::Document> doc;
+  try {
+    doc = dxf::Document::Load(std::move(*bytes), true, &problems);
+  } catch (const dxf::DxfError& e) {
+    throw UserError(drawing + ": " + e.what());
+  }
+  out << "file: " << drawing << " (" << doc->source().size() << " bytes, "
+      << (doc->lineEnd() == "\r\n" ? "CR LF" : "LF") << " line ends)\n";
+  out << "version: " << doc->version() << " (" << ReleaseOf(doc->version()) << ")\n";
+  out << "encoding: " << doc->codec().encodingName() << " ($DWGCODEPAGE " << doc->dwgCodePage() << ")\n";
+
+  std::map<std::string, size_t> modelTypes, otherTypes;
+  for (const dxf::EntityRecord& rec : doc->records()) {
+    if (rec.block < 0 && !rec.paperSpace) ++modelTypes[std::string(rec.type)];
+    else ++otherTypes[std::string(rec.type)];
+  }
+  out << "model space entities:\n";
+  for (const auto& [type, count] : modelTypes) out << "  " << type << " " << count << "\n";
+  size_t other = 0;
+  for (const auto& [type, count] : otherTypes) other += count;
+  out << "entities in blocks and paper space: " << other << " (" << doc->blocks().size() << " block definitions)\n";
+
+  out << "layers:\n";
+  for (const dxf::TableEntry& layer : doc->layers())
+    out << "  " << ToUtf8(layer.name) << ((layer.flags & 1) ? " frozen" : "") << ((layer.flags & 4) ? " locked" : "") << "\n";
+
+  XDataTotals xdata = CountXData(*doc);
+  out << "registered applications:\n";
+  for (const dxf::TableEntry& app : doc->appIds()) {
+    auto used = xdata.entitiesByApplication.find(app.name);
+    out << "  " << ToUtf8(app.name) << " (on " << (used == xdata.entitiesByApplication.end() ? 0 : used->second)
+        << " entities)\n";
+  }
+  for (const auto& [name, count] : xdata.entitiesByApplication)
+    if (!doc->FindAppId(name))
+      problems.push_back({0, "application " + ToUtf8(name) + " is used on " + std::to_string(count) +
+                                 " entities but not registered; AutoCAD refuses such a drawing"});
+  out << "extended data: " << xdata.entities << " entities, " << xdata.strings << " strings";
+  if (xdata.entities) {
+    const dxf::EntityRecord& rec = doc->records()[xdata.largestIndex];
+    out << "; largest on " << rec.type << " " << Handle(rec) << " (line " << rec.line << "): " << xdata.largest
+        << " of " << dxf::kXDataLimit << " bytes";
+  }
+  out << "\n" << strict << "\n";
+  out << "problems found by the recover reading: " << problems.size() << "\n";
+  for (const dxf::Problem& p : problems) out << "  " << (p.line ? "line " + std::to_string(p.line) + ": " : "") << p.message << "\n";
+  return 0;
+}
+
+}  // namespace tq::cli

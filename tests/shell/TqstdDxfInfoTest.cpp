@@ -1,0 +1,35 @@
+#include <gtest/gtest.h>
+
+#include "support/RunCommand.hpp"
+#include "support/TempDir.hpp"
+
+using namespace tq::test;
+
+TEST(TqstdDxfInfo, DescribesADrawing) {
+  auto r = RunTqstd(std::string("dxf-info ") + TQ_FIXTURES + "/dxf/ezdxf_R2004.dxf");
+  EXPECT_EQ(r.status, 0) << r.out;
+  for (const char* expected : {"version: AC1018 (R2004)", "encoding: windows-31j ($DWGCODEPAGE ANSI_932)", "  TEXT 3",
+                               "  凍結 frozen", "  ロック locked", "  TQ_STDINF01 (on 1 entities)",
+                               "strict reading: no problem", "problems found by the recover reading: 0"})
+    EXPECT_NE(r.out.find(expected), std::string::npos) << expected << "\n" << r.out;
+}
+
+TEST(TqstdDxfInfo, ListsTheProblemsOfABrokenDrawing) {
+  TempDir dir;
+  std::string bytes = tq::ReadFileBytes(std::string(TQ_FIXTURES) + "/dxf/ezdxf_R12.dxf").value();
+  dir.Write("broken.dxf", bytes.substr(0, bytes.size() / 2));
+  auto r = RunTqstd("dxf-info " + (dir / "broken.dxf").string());
+  EXPECT_EQ(r.status, 0) << r.out;
+  EXPECT_NE(r.out.find("strict reading fails: line "), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("does not end with \"0 EOF\""), std::string::npos) << r.out;
+}
+
+TEST(TqstdDxfInfo, UnreadableDrawingIsAUserError) {
+  auto r = RunTqstd("dxf-info /nonexistent.dxf");
+  EXPECT_EQ(r.status, 1) << r.out;
+}
+
+TEST(TqstdDxfInfo, MissingDrawingArgumentIsAUsageError) {
+  auto r = RunTqstd("dxf-info");
+  EXPECT_EQ(r.status, 2) << r.out;
+}
