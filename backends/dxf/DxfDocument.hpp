@@ -57,6 +57,11 @@ struct TableEntry {
   std::unique_ptr<TagList> edit;
 };
 
+struct TextStyle {
+  Text name;
+  double height = 0, widthFactor = 1;
+};
+
 struct BlockDefinition {
   Text name;
   double baseX = 0, baseY = 0, baseZ = 0;
@@ -83,6 +88,10 @@ class Document {
   const std::vector<TableEntry>& layers() const { return layers_; }
   const std::vector<TableEntry>& appIds() const { return appIds_; }
   const std::vector<BlockDefinition>& blocks() const { return blocks_; }
+  const std::vector<TextStyle>& textStyles() const { return textStyles_; }
+  // $TEXTSTYLE and $TEXTSIZE of the header.
+  const Text& currentTextStyle() const { return currentTextStyle_; }
+  double textSize() const { return textSize_; }
 
   std::optional<size_t> FindLayer(TextView name) const;  // without regard to case, as AutoCAD
   std::optional<size_t> FindAppId(TextView name) const;
@@ -142,6 +151,9 @@ class Document {
   std::vector<uint32_t> newRecords_;
   std::vector<TableEntry> layers_, appIds_;
   std::vector<BlockDefinition> blocks_;
+  std::vector<TextStyle> textStyles_;
+  Text currentTextStyle_ = u"STANDARD";
+  double textSize_ = 2.5;
   uint32_t entitiesEnd_ = kNoSegment, layerTableEnd_ = kNoSegment, appIdTableEnd_ = kNoSegment;
   std::string layerTableHandle_, appIdTableHandle_, modelSpaceHandle_;
   uint32_t handSeedSegment_ = kNoSegment;

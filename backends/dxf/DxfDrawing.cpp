@@ -75,16 +75,53 @@ std::vector<ObjectId> DxfDrawing::SelectAll(const SelectionFilter& filter) const
   return ids;
 }
 
+ExtentsCalculator& DxfDrawing::Calculator() const {
+  if (!extents_) extents_ = std::make_unique<ExtentsCalculator>(*doc_);
+  return *extents_;
+}
+
+// The extents of a model-space entity, with a text's insertion point.
+Box DxfDrawing::WindowBox(uint32_t index) const {
+  Box box = Calculator().BoxOf(index);
+  std::string_view type = doc_->records()[index].type;
+  if (type == "TEXT" || type == "ATTDEF")
+    if (std::optional<TextEntity> text = TextData(IdOf(index))) box.Add(text->position);
+  return box;
+}
+
+void DxfDrawing::BuildIndex() const {
+  std::vector<Box> boxes;
+  const auto& records = doc_->records();
+  for (uint32_t i = 0; i < records.size(); ++i) {
+    const EntityRecord& rec = records[i];
+    if (rec.block >= 0 || rec.owner != 0 || rec.paperSpace) continue;
+    indexedRecords_.push_back(i);
+    boxes.push_back(WindowBox(i));
+  }
+  index_ = std::make_unique<SpatialIndex>(std::move(boxes));
+}
+
 std::vector<ObjectId> DxfDrawing::SelectWindow(const SelectionFilter& filter, const Rect& window) const {
+  if (!index_) BuildIndex();
   std::vector<ObjectId> ids;
-  for (uint32_t i = 0; i < doc_->records().size(); ++i) {
-    if (!Selectable(i, filter)) continue;
-    std::optional<Extents> e = EntityExtents(IdOf(i));
-    if (e && (e->max.x < window.minX || e->min.x > window.maxX || e->max.y < window.minY || e->min.y > window.maxY))
-      continue;
-    ids.push_back(IdOf(i));
+  for (uint32_t item : index_->Query(window.minX, window.minY, window.maxX, window.maxY)) {
+    uint32_t index = indexedRecords_[item];
+    if (Selectable(index, filter)) ids.push_back(IdOf(index));
   }
   return ids;
+}
+
+std::optional<std::pair<double, double>> DxfDrawing::TextStyleExtents(TextView text) const {
+  // The current style's height (the drawing's text size when the style leaves it 0) and
+  // width factor, with the character-width model of the extents.
+  double height = doc_->textSize(), widthFactor = 1;
+  for (const TextStyle& style : doc_->textStyles())
+    if (EqualNoCase(style.name, doc_->currentTextStyle())) {
+      if (style.height > 0) height = style.height;
+      widthFactor = style.widthFactor > 0 ? style.widthFactor : 1;
+      break;
+    }
+  return std::pair{TextWidthInHeights(text) * height * widthFactor, height};
 }
 
 Text DxfDrawing::EntityType(ObjectId id) const {
@@ -126,8 +163,7 @@ std::optional<Point3> DxfDrawing::PointPosition(ObjectId id) const {
 
 std::optional<Extents> DxfDrawing::EntityExtents(ObjectId id) const {
   if (!Record(id)) return std::nullopt;
-  if (!extents_) extents_ = std::make_unique<ExtentsCalculator>(*doc_);
-  return extents_->Of(id.value - 1);
+  return Calculator().Of(id.value - 1);
 }
 
 Text DxfDrawing::Layer(ObjectId id) const { return Record(id) ? LayerOf(id.value - 1).name : Text(); }
@@ -137,15 +173,18 @@ int DxfDrawing::ColourIndex(ObjectId id) const {
   return rec ? rec->colour : kColourByLayer;
 }
 
-// A colour tag added by this backend and set back to by-layer is removed again, so that
-// marking and restoring leave the entity as it was.
+// By-layer is written as no colour tag at all, as AutoCAD writes it, unless the file held an
+// explicit 256 there: so marking and restoring leave the entity as it was, also when the
+// marked drawing was saved in between.
 void DxfDrawing::SetColour(uint32_t index, int colour) {
   EntityRecord& rec = doc_->records()[index];
   if (rec.colour == colour && !rec.edit) return;
   TagList& tags = doc_->Edit(index);
   auto found = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 62; });
   if (found != tags.end()) {
-    if (colour == kColourByLayer && found->isNew()) tags.erase(found);
+    long long original = 0;
+    bool originalByLayer = !found->isNew() && ParseInt(found->originalValue, original) && original == kColourByLayer;
+    if (colour == kColourByLayer && !originalByLayer) tags.erase(found);
     else SetTagInt(*found, colour);
   } else if (colour != kColourByLayer) {
     auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
@@ -208,6 +247,10 @@ TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour
 
 ObjectId DxfDrawing::AddEntity(TagList tags) {
   uint32_t index = doc_->AddEntity(std::move(tags));
+  if (index_) {
+    indexedRecords_.push_back(index);
+    index_->Insert(static_cast<uint32_t>(indexedRecords_.size() - 1), WindowBox(index));
+  }
   if (doc_->records()[index].handle == 0)
     if (const EditTag* h = FindTag(*doc_->records()[index].edit, 5))
       doc_->records()[index].handle = std::strtoull(h->value.c_str(), nullptr, 16);

@@ -6,6 +6,7 @@
 
 #include "dxf/DxfDocument.hpp"
 #include "dxf/Extents.hpp"
+#include "dxf/SpatialIndex.hpp"
 #include "ports/Drawing.hpp"
 
 namespace tq::dxf {
@@ -32,6 +33,7 @@ class DxfDrawing : public Drawing {
   int ColourIndex(ObjectId id) const override;
   EditResult SetColourIndex(ObjectId id, int colour) override;
   EditResult Erase(ObjectId id) override;
+  std::optional<std::pair<double, double>> TextStyleExtents(TextView text) const override;
   Text Handle(ObjectId id) const override;
   ObjectId FindHandle(TextView handle) const override;
   ObjectId AddText(const TextEntity& text) override;
@@ -63,7 +65,14 @@ class DxfDrawing : public Drawing {
   std::filesystem::path path_;
   mutable std::unordered_map<std::string, LayerState> layerStates_;
   mutable std::unordered_map<uint64_t, uint32_t> handles_;
+  ExtentsCalculator& Calculator() const;
+  void BuildIndex() const;
+  Box WindowBox(uint32_t index) const;
+
   mutable std::unique_ptr<ExtentsCalculator> extents_;
+  // Built on the first window query and kept current as entities are added.
+  mutable std::unique_ptr<SpatialIndex> index_;
+  mutable std::vector<uint32_t> indexedRecords_;  // item → record, ascending
 };
 
 }  // namespace tq::dxf

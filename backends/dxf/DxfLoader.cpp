@@ -216,11 +216,13 @@ void Loader::Run() {
 }
 
 void Loader::Header() {
-  std::string variable;
+  std::string variable, textStyle;
   while (have_ && cur_.code != 0) {
     if (cur_.code == 9) variable = std::string(Keyword(cur_.value));
     else if (variable == "$ACADVER" && cur_.code == 1) doc_.version_ = std::string(Keyword(cur_.value));
     else if (variable == "$DWGCODEPAGE" && cur_.code == 3) doc_.dwgCodePage_ = std::string(Keyword(cur_.value));
+    else if (variable == "$TEXTSTYLE" && cur_.code == 7) textStyle = std::string(cur_.value);
+    else if (variable == "$TEXTSIZE" && cur_.code == 40) ParseDouble(cur_.value, doc_.textSize_);
     else if (variable == "$HANDSEED" && cur_.code == 5) {
       doc_.handSeed_ = ParseHandle(cur_.value);
       doc_.handSeedKnown_ = doc_.handSeed_ != 0;
@@ -229,6 +231,7 @@ void Loader::Header() {
     Next();
   }
   doc_.codec_ = std::make_unique<DxfCodec>(doc_.version_, doc_.dwgCodePage_);
+  if (!textStyle.empty()) doc_.currentTextStyle_ = doc_.codec_->Decode(textStyle);
 }
 
 void Loader::Tables() {
@@ -253,10 +256,13 @@ void Loader::Tables() {
       entry.line = cur_.line;
       std::string_view name;
       std::string entryHandle;
+      TextStyle style;
       ReadRecord([&](const Tag& t) {
         if (t.code == 2) name = t.value;
         else if (t.code == 70) entry.flags = static_cast<int>(std::strtol(std::string(t.value).c_str(), nullptr, 10));
         else if (t.code == 5) entryHandle = std::string(Keyword(t.value));
+        else if (t.code == 40) ParseDouble(t.value, style.height);
+        else if (t.code == 41) ParseDouble(t.value, style.widthFactor);
       });
       entry.end = Here();
       entry.name = doc_.codec_->Decode(name);
@@ -265,6 +271,9 @@ void Loader::Tables() {
         (table == "LAYER" ? doc_.layers_ : doc_.appIds_).push_back(std::move(entry));
       } else if (table == "BLOCK_RECORD" && EqualNoCase(entry.name, u"*Model_Space")) {
         doc_.modelSpaceHandle_ = entryHandle;
+      } else if (table == "STYLE") {
+        style.name = entry.name;
+        doc_.textStyles_.push_back(std::move(style));
       }
     }
     if (At("ENDTAB")) {

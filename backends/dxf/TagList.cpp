@@ -91,7 +91,13 @@ void SetTagInt(EditTag& tag, long long value) {
     tag.raw = tag.original;
     return;
   }
-  SetTagValue(tag, FormatInt(tag.code, value));
+  // A number written in place of another keeps its way of writing: right-aligned in the
+  // same width when it was, plain when it was plain.
+  std::string text = std::to_string(value);
+  size_t leading = tag.value.find_first_not_of(' ');
+  if (leading != 0 && leading != std::string::npos && text.size() < tag.value.size())
+    text = std::string(tag.value.size() - text.size(), ' ') + text;
+  SetTagValue(tag, std::move(text));
 }
 
 }  // namespace tq::dxf

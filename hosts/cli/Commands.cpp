@@ -1,6 +1,7 @@
 #include "cli/Commands.hpp"
 
 #include "cli/DxfInfoCommand.hpp"
+#include "cli/FrameCommands.hpp"
 #include "cli/SettingsCommand.hpp"
 
 namespace tq::cli {
@@ -13,6 +14,30 @@ std::vector<Command> RegisterCommands(CLI::App& app) {
   CLI::App* info = app.add_subcommand("dxf-info", "version, encoding, entities, layers, applications, extended data and the problems of a drawing");
   info->add_option("DRAWING", *drawing, "the DXF drawing")->required();
   commands.push_back({info, [drawing](const Context& c) { return RunDxfInfo(c, *drawing); }});
+
+  CLI::App* sheets = app.add_subcommand("sheets", "every sheet-number text: handle, sheet name, frame row,col and record count");
+  sheets->add_option("DRAWING", *drawing, "the DXF drawing")->required();
+  commands.push_back({sheets, [drawing](const Context& c) { return RunSheets(c, *drawing); }});
+
+  auto point = std::make_shared<std::pair<double, double>>();
+  CLI::App* locate = app.add_subcommand("locate", "the frame that holds a point, and its sheet-number text");
+  locate->add_option("DRAWING", *drawing, "the DXF drawing")->required();
+  locate->add_option("X", point->first, "X of the point")->required();
+  locate->add_option("Y", point->second, "Y of the point")->required();
+  commands.push_back({locate, [drawing, point](const Context& c) { return RunLocate(c, *drawing, point->first, point->second); }});
+
+  CLI::App* check = app.add_subcommand("check", "the standard drawings with and without information, as the takeoff check finds them");
+  check->add_option("DRAWING", *drawing, "the DXF drawing")->required();
+  commands.push_back({check, [drawing](const Context& c) { return RunCheck(c, *drawing); }});
+
+  auto mark = std::make_shared<MarkOptions>();
+  CLI::App* markApp = app.add_subcommand(
+      "mark", "colour the frames of the sheets named (or of every sheet without information), or restore them");
+  markApp->add_option("DRAWING", *drawing, "the DXF drawing")->required();
+  markApp->add_flag("--restore", mark->restore, "restore the colours saved by marking");
+  markApp->add_option("--sheet", mark->sheets, "a sheet name (repeatable)");
+  markApp->add_option("-o,--output", mark->output, "where to save (default: the drawing itself, keeping a .bak)");
+  commands.push_back({markApp, [drawing, mark](const Context& c) { return RunMark(c, *drawing, *mark); }});
   return commands;
 }
 

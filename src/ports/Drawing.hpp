@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "base/Text.hpp"
@@ -69,8 +70,9 @@ class Drawing {
 
   // Model-space entities passing the filter, in database order, skipping frozen layers.
   virtual std::vector<ObjectId> SelectAll(const SelectionFilter& filter) const = 0;
-  // Every entity passing the filter whose extents meet the rectangle, in database order
-  // (a superset of what lies inside it: callers apply their exact rule).
+  // Every entity passing the filter whose extents (with a text's insertion point) meet the
+  // rectangle, in database order; entities without extents are always included. A superset
+  // of what lies inside: callers apply their exact rule.
   virtual std::vector<ObjectId> SelectWindow(const SelectionFilter& filter, const Rect& window) const = 0;
 
   // The DXF name of the entity type ("TEXT", "LINE", …); empty for an unknown id.
@@ -84,6 +86,9 @@ class Drawing {
   // The entity and its sub-entities (vertices, attributes).
   virtual EditResult SetColourIndex(ObjectId id, int colour) = 0;
   virtual EditResult Erase(ObjectId id) = 0;
+  // Width and height of a text in the drawing's current text style; nothing when the
+  // style cannot be measured.
+  virtual std::optional<std::pair<double, double>> TextStyleExtents(TextView text) const = 0;
   // The entity's handle as the drawing writes it (hexadecimal).
   virtual Text Handle(ObjectId id) const = 0;
   virtual ObjectId FindHandle(TextView handle) const = 0;

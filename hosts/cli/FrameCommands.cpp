@@ -1,0 +1,107 @@
+#include "cli/FrameCommands.hpp"
+
+#include "cli/DrawingSession.hpp"
+#include "drawing/EntityScan.hpp"
+
+namespace tq::cli {
+
+namespace {
+
+std::string Point(const Point3& p) {
+  char buffer[96];
+  std::snprintf(buffer, sizeof buffer, "%g,%g", p.x, p.y);
+  return buffer;
+}
+
+}  // namespace
+
+int RunSheets(const Context& context, const std::string& drawing) {
+  DrawingSession session(context, drawing);
+  std::vector<ObjectId> texts;
+  CollectSheetNumberTexts(session.context(), texts);
+  std::ostream& out = *context.out;
+  for (ObjectId id : texts) {
+    FramePolygon polygon;
+    FrameCell cell;
+    std::string where = "-";
+    if (LocateFrame(session.context(), session.drawing().TextData(id)->position, polygon, &cell))
+      where = std::to_string(cell.row) + "," + std::to_string(cell.column);
+    out << ToUtf8(session.drawing().Handle(id)) << '\t' << ToUtf8(session.SheetName(id)) << '\t' << where << '\t'
+        << session.RecordCount(id) << '\n';
+  }
+  return 0;
+}
+
+int RunLocate(const Context& context, const std::string& drawing, double x, double y) {
+  DrawingSession session(context, drawing);
+  FramePolygon polygon;
+  if (!LocateFrame(session.context(), {x, y, 0}, polygon)) {
+    session.editor().Print(u"\nError:標準図枠の範囲外です。\n");
+    return 0;
+  }
+  std::ostream& out = *context.out;
+  out << "frame:";
+  for (const Point3& p : polygon) out << ' ' << Point(p);
+  out << '\n';
+  ObjectId text;
+  if (!FindSheetNumberText(session.context(), polygon, text)) {
+    session.editor().Print(u"\nｼｰﾄ番号が取得出来ません。\n");
+    return 0;
+  }
+  out << "sheet: " << ToUtf8(session.drawing().Handle(text)) << '\t' << ToUtf8(session.SheetName(text)) << '\n';
+  return 0;
+}
+
+int RunCheck(const Context& context, const std::string& drawing) {
+  DrawingSession session(context, drawing);
+  std::vector<ObjectId> with, without;
+  if (!CollectSheetNumberTexts(session.context(), with)) {
+    session.editor().Print(u"\n標準図が見つかりません。\n");
+    return 0;
+  }
+  SplitByInfoRecord(session.drawing(), with, without);
+  if (with.empty()) {
+    session.editor().Print(u"\n情報設定済の標準図が見つかりません。\n");
+    return 0;
+  }
+  std::ostream& out = *context.out;
+  out << "with information: " << with.size() << "\nwithout information: " << without.size() << '\n';
+  if (without.empty()) return 0;
+  out << ToUtf8(u"情報が設定されていない標準図があります。") << '\n';
+  for (ObjectId id : without) out << ToUtf8(session.drawing().Handle(id)) << '\t' << ToUtf8(session.SheetName(id)) << '\n';
+  return 0;
+}
+
+int RunMark(const Context& context, const std::string& drawing, const MarkOptions& options) {
+  DrawingSession session(context, drawing);
+  std::vector<ObjectId> all, sheets;
+  CollectSheetNumberTexts(session.context(), all);
+  if (options.sheets.empty()) {
+    sheets = all;
+    std::vector<ObjectId> without;
+    SplitByInfoRecord(session.drawing(), sheets, without);
+    sheets = without;
+  }
+  for (const std::string& name : options.sheets) {
+    Text wanted = FromUtf8(name);
+    size_t before = sheets.size();
+    for (ObjectId id : all)
+      if (session.SheetName(id) == wanted || session.drawing().TextData(id)->string == wanted) sheets.push_back(id);
+    if (sheets.size() == before) throw UserError("no standard drawing has the sheet name " + name);
+  }
+  MarkFrames(session.context(), sheets, !options.restore);
+  std::filesystem::path target = options.output.empty() ? session.path()
+                                                        : std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
+  try {
+    session.drawing().Save(target);
+  } catch (const std::exception& e) {
+    throw UserError(e.what());
+  }
+  std::ostream& out = *context.out;
+  out << (options.restore ? "restored" : "marked") << " the frames of " << sheets.size() << " standard drawings";
+  for (ObjectId id : sheets) out << ' ' << ToUtf8(session.SheetName(id));
+  out << "\nsaved " << Utf8Path(target) << '\n';
+  return 0;
+}
+
+}  // namespace tq::cli

@@ -1,0 +1,103 @@
+#include "drawing/EntityScan.hpp"
+
+#include "base/Format.hpp"
+#include "base/Numbers.hpp"
+
+namespace tq {
+
+namespace {
+
+SelectionFilter FilterOf(SelectMode mode, TextView layer) {
+  switch (mode) {
+    case SelectMode::Text: return {u"TEXT", u""};
+    case SelectMode::Line: return {u"LINE", u""};
+    case SelectMode::Point: return {u"POINT", Text(layer)};
+    case SelectMode::All: break;
+  }
+  return {};
+}
+
+// MarkFrames does not run again while it runs (a re-entry from the display update).
+bool markingBusy = false;
+
+}  // namespace
+
+bool SelectInRect(const Drawing& drawing, SelectMode mode, const Point3& ul, const Point3& lr, std::vector<ObjectId>& out,
+                  TextView layer) {
+  Rect window{ul.x, lr.y, lr.x, ul.y};
+  size_t before = out.size();
+  for (ObjectId id : drawing.SelectWindow(FilterOf(mode, layer), window)) {
+    if (std::optional<TextEntity> text = drawing.TextData(id)) {
+      const Point3& p = text->position;
+      if (ul.x <= p.x && p.x <= lr.x && lr.y <= p.y && p.y <= ul.y) out.push_back(id);
+      continue;
+    }
+    std::optional<Extents> e = drawing.EntityExtents(id);
+    if (e && e->min.x >= ul.x && e->max.x <= lr.x && e->min.y >= lr.y && e->max.y <= ul.y) out.push_back(id);
+  }
+  return out.size() > before;
+}
+
+bool CollectSheetNumberTexts(const DrawingContext& context, std::vector<ObjectId>& out) {
+  out.clear();
+  for (ObjectId id : context.drawing.SelectAll({u"TEXT", u""}))
+    if (IsSheetNumberText(context, id)) out.push_back(id);
+  return !out.empty();
+}
+
+void SplitByInfoRecord(const Drawing& drawing, std::vector<ObjectId>& list, std::vector<ObjectId>& without) {
+  without.clear();
+  std::vector<ObjectId> with;
+  for (ObjectId id : list) {
+    if (id.isNull()) continue;
+    (drawing.ReadXData(id, kFirstInfoRecord) ? with : without).push_back(id);
+  }
+  list = std::move(with);
+}
+
+void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark) {
+  context.editor.BeginWaitCursor();
+  if (markingBusy) {
+    context.editor.EndWaitCursor();
+    return;
+  }
+  markingBusy = true;
+  {
+    auto lock = context.drawing.LockForWrite();
+    int colour = mark ? context.settings.ReadChangeColour() : 1;
+    for (ObjectId id : sheetTexts) {
+      std::optional<TextEntity> text = context.drawing.TextData(id);
+      if (!text) continue;
+      FramePolygon polygon;
+      if (LocateFrame(context, text->position, polygon)) MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour);
+    }
+  }
+  markingBusy = false;
+  context.editor.EndWaitCursor();
+}
+
+void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour) {
+  std::vector<ObjectId> ids;
+  if (!SelectInRect(drawing, SelectMode::All, UpperLeft(polygon), LowerRight(polygon), ids)) return;
+  for (ObjectId id : ids) {
+    std::optional<XDataLines> saved = drawing.ReadXData(id, kCheckApplication);
+    int newColour;
+    if (saved && !saved->empty()) {
+      if (mark) continue;  // never marked twice: the first saved colour stays
+      newColour = _wtoi((*saved)[0]);
+    } else {
+      if (!mark) continue;
+      newColour = colour;
+    }
+    // The old colour is saved before it is changed, so that no colour is ever lost; an
+    // entity that cannot be opened for writing (a locked layer) is left alone.
+    if (mark && drawing.WriteXData(id, kCheckApplication, {Format(u"%d", {drawing.ColourIndex(id)})}) != EditResult::Ok)
+      continue;
+    if (drawing.SetColourIndex(id, newColour) != EditResult::Ok) continue;
+    if (!mark) drawing.RemoveXData(id, kCheckApplication);
+  }
+  drawing.FlushGraphics();
+  editor.UpdateDisplay();
+}
+
+}  // namespace tq

@@ -1,0 +1,86 @@
+#include "drawing/FrameGrid.hpp"
+
+#include "base/Encoding.hpp"
+#include "drawing/EntityScan.hpp"
+#include "drawing/Geometry2d.hpp"
+
+namespace tq {
+
+FrameGrid LoadFrameGrid(const StdSettings& settings, Editor& editor) {
+  FrameGridValues values = settings.ReadFrameGrid();
+  if (values.dataFolderMissing) editor.Print(u"\nWARNING:ﾌﾚｰﾑ情報が取得出来ません.\n");
+  return {values.originX, values.originY, values.rows, values.columns, values.height, values.width};
+}
+
+FramePolygon MakeFramePolygon(const FrameGrid& grid, int row, int column) {
+  double x0 = grid.originX + column * grid.width, y0 = grid.originY + row * grid.height;
+  return {{x0, y0, 0}, {x0 + grid.width, y0, 0}, {x0 + grid.width, y0 + grid.height, 0}, {x0, y0 + grid.height, 0}, {x0, y0, 0}};
+}
+
+bool PickStdPoint(Editor& editor, Point3& point) {
+  editor.ActivateDrawingWindow();
+  for (;;) {
+    PickResult result = editor.GetPoint(u"\n標準図を指示: ");
+    if (result.status == PickStatus::Normal) {
+      point = result.point;
+      return true;
+    }
+    if (result.status == PickStatus::Cancel) return false;
+  }
+}
+
+// A grid with no rows or no columns holds no frame (a count below 1 would otherwise never
+// end the search).
+bool LocateFrame(const DrawingContext& context, const Point3& point, FramePolygon& out, FrameCell* cell) {
+  FrameGrid grid = LoadFrameGrid(context.settings, context.editor);
+  for (int r = 0; r < grid.rows; ++r)
+    for (int c = 0; c < grid.columns; ++c) {
+      FramePolygon polygon = MakeFramePolygon(grid, r, c);
+      if (!PointInFrame(point, polygon)) continue;
+      out.insert(out.end(), polygon.begin(), polygon.end());
+      if (cell) *cell = {r, c};
+      return true;
+    }
+  return false;
+}
+
+bool PointInFrame(const Point3& p, const FramePolygon& polygon) {
+  if (polygon.size() < 2) return false;
+  size_t right = 0, left = 0;
+  for (size_t i = 0; i + 1 < polygon.size(); ++i) {
+    const Point3 &s = polygon[i], &e = polygon[i + 1];
+    double d = Distance(p, s) + Distance(p, e);
+    right += IntersectSegments(s, e, p, {p.x + d, p.y, p.z}).size();
+    left += IntersectSegments(s, e, p, {p.x - d, p.y, p.z}).size();
+  }
+  return right == 1 && left == 1;
+}
+
+bool IsSheetNumberText(const DrawingContext& context, ObjectId id) {
+  std::optional<TextEntity> text = context.drawing.TextData(id);
+  return text && text->layer == context.layers.sheetNumberLayer;
+}
+
+bool FindSheetNumberText(const DrawingContext& context, const FramePolygon& polygon, ObjectId& out) {
+  out = ObjectId{};
+  std::vector<ObjectId> texts;
+  SelectInRect(context.drawing, SelectMode::Text, UpperLeft(polygon), LowerRight(polygon), texts);
+  for (ObjectId id : texts)
+    if (IsSheetNumberText(context, id)) {
+      out = id;
+      return true;
+    }
+  return false;
+}
+
+// The half-width name, cut to the 63 units that the suite's 64-unit buffer holds instead
+// of running past it.
+bool ReadSheetName(const Drawing& drawing, ObjectId id, Text& out) {
+  std::optional<TextEntity> text = drawing.TextData(id);
+  if (!text) return false;
+  out = ToHalfWidth(text->string);
+  if (out.size() > 63) out.resize(63);
+  return true;
+}
+
+}  // namespace tq

@@ -1,0 +1,48 @@
+#pragma once
+// The grid of frames that holds the standard drawings, and finding a frame and its
+// sheet-number text from a point.
+#include <vector>
+
+#include "ports/Drawing.hpp"
+#include "ports/Editor.hpp"
+#include "shell/Settings.hpp"
+
+namespace tq {
+
+struct FrameGrid {
+  double originX = 0, originY = 0;
+  int rows = 3, columns = 3;
+  double height = 19800.0, width = 28000.0;
+};
+
+// Five points: lower-left, lower-right, upper-right, upper-left, lower-left again.
+using FramePolygon = std::vector<Point3>;
+
+// What the rules of the drawing need: the drawing, its editor, the settings and the layer
+// names read by LoadLayerSettings.
+struct DrawingContext {
+  Drawing& drawing;
+  Editor& editor;
+  const StdSettings& settings;
+  LayerSettings layers;
+};
+
+FrameGrid LoadFrameGrid(const StdSettings& settings, Editor& editor);
+FramePolygon MakeFramePolygon(const FrameGrid& grid, int row, int column);
+// The frame (row, column) whose polygon holds the point, by LocateFrame's search.
+struct FrameCell {
+  int row = -1, column = -1;
+};
+
+bool PickStdPoint(Editor& editor, Point3& point);
+bool LocateFrame(const DrawingContext& context, const Point3& point, FramePolygon& out, FrameCell* cell = nullptr);
+bool PointInFrame(const Point3& point, const FramePolygon& polygon);
+bool FindSheetNumberText(const DrawingContext& context, const FramePolygon& polygon, ObjectId& out);
+bool IsSheetNumberText(const DrawingContext& context, ObjectId id);
+bool ReadSheetName(const Drawing& drawing, ObjectId id, Text& out);
+
+// The upper-left (point 3) and lower-right (point 1) corners of a frame polygon.
+inline Point3 UpperLeft(const FramePolygon& p) { return p[3]; }
+inline Point3 LowerRight(const FramePolygon& p) { return p[1]; }
+
+}  // namespace tq
