@@ -85,7 +85,7 @@ TEST(TqstdMark, MarkThenRestoreLeavesTheDrawingAsItWasBesidesTheRegisteredApplic
   EXPECT_NE(after, afterMark);
   size_t appid = after.find("TQ_STDCHECK");
   ASSERT_NE(appid, std::string::npos);
-  size_t entryStart = after.rfind("  0\nAPPID", appid), entryEnd = after.find("  0\n", appid);
+  size_t entryStart = after.rfind("  0\nAPPID", appid), entryEnd = after.find("\n  0\n", appid) + 1;
   std::string withoutEntry = after.substr(0, entryStart) + after.substr(entryEnd);
   size_t seed = original.find("$HANDSEED");
   EXPECT_EQ(withoutEntry.substr(0, seed), original.substr(0, seed));
