@@ -35,6 +35,7 @@ fuzz: deps
 bench:
 	$(MAKE) build PRESET=release
 	./bench/run.sh build/release
+	./bench/run_frames.sh build/release
 
 clean:
 	rm -rf build

@@ -71,4 +71,88 @@ std::string GenerateDrawing(const DrawingShape& shape) {
   return out;
 }
 
+namespace {
+void Head(std::string& out, unsigned handseed) {
+  for (auto [c, v] : {std::pair{0, "SECTION"}, {2, "HEADER"}, {9, "$ACADVER"}, {1, "AC1009"}, {9, "$DWGCODEPAGE"},
+                      {3, "ANSI_932"}, {9, "$HANDSEED"}})
+    Tag(out, c, v);
+  Tag(out, 5, Hex(handseed));
+  for (auto [c, v] : {std::pair{0, "ENDSEC"}, {0, "SECTION"}, {2, "TABLES"}, {0, "TABLE"}, {2, "LAYER"}, {70, "3"},
+                      {0, "LAYER"}, {2, "0"}, {70, "0"}, {62, "7"}, {6, "CONTINUOUS"}, {0, "LAYER"}, {2, "5"},
+                      {70, "0"}, {62, "7"}, {6, "CONTINUOUS"}, {0, "LAYER"}, {2, "4"}, {70, "0"}, {62, "1"},
+                      {6, "CONTINUOUS"}, {0, "ENDTAB"}, {0, "TABLE"}, {2, "APPID"}, {70, "3"}, {0, "APPID"},
+                      {2, "ACAD"}, {70, "0"}, {0, "APPID"}, {2, "TQ_STDINF01"}, {70, "0"}, {0, "APPID"},
+                      {2, "TQ_STDINF02"}, {70, "0"}, {0, "ENDTAB"}, {0, "ENDSEC"}, {0, "SECTION"}, {2, "BLOCKS"},
+                      {0, "ENDSEC"}, {0, "SECTION"}, {2, "ENTITIES"}})
+    Tag(out, c, v);
+}
+}  // namespace
+
+std::string GeneratedRecordLine(int frame, int line) {
+  static const char16_t* const kMembers[] = {u"配管用炭素鋼鋼管", u"吊りボルト", u"形鋼振れ止め", u"保温材", u"スパイラルダクト"};
+  static const char16_t* const kFlags[] = {u"A", u"", u"", u"", u"A"};
+  std::u16string text;
+  if (line == 0) text = u"番号,名称,工事項目,A材/別途,図記号,部材,寸法1,,寸法2,,寸法3,,材質,仕様,数量,呼称,属性,備考,CI-NET,用途,施工,夜間,支給,内張,B材キー";
+  else if (line == 1) text = u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25";
+  else {
+    int k = (frame + line) % 5;
+    std::string size = std::to_string(25 + 25 * ((frame + line) % 8)), quantity = std::to_string(1 + (frame * 7 + line) % 9);
+    std::u16string first = line == 2 ? u"AC-" + std::u16string(u"1") : line == 3 ? u"2" : u"";
+    text = first + u"," + (line == 2 ? u"空調機" : u"") + u",冷温水," + kFlags[k] + u",," + kMembers[k] + u"," +
+           std::u16string(size.begin(), size.end()) + u",A,200,,,,SGP,白," + std::u16string(quantity.begin(), quantity.end()) +
+           u".5,m,,,,,,,,,";
+  }
+  return EncodeCodePage(text, "CP932");
+}
+
+std::string GenerateFrameDrawing(const FrameDrawingShape& shape) {
+  const double W = 28000, H = 19800;
+  std::string out;
+  int frames = shape.rows * shape.columns;
+  out.reserve(static_cast<size_t>(frames) * shape.entitiesPerFrame * 120);
+  unsigned handle = 0x100;
+  Head(out, 0x100 + static_cast<unsigned>(frames * shape.entitiesPerFrame) + 1);
+  auto line = [&](double x1, double y1, double x2, double y2) {
+    Tag(out, 0, "LINE"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0");
+    Tag(out, 10, Num(x1)), Tag(out, 20, Num(y1)), Tag(out, 30, "0.0");
+    Tag(out, 11, Num(x2)), Tag(out, 21, Num(y2)), Tag(out, 31, "0.0");
+  };
+  for (int r = 0; r < shape.rows; ++r)
+    for (int c = 0; c < shape.columns; ++c) {
+      int frame = r * shape.columns + c;
+      double x0 = c * W, y0 = r * H;
+      Tag(out, 0, "TEXT"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "5");
+      Tag(out, 10, Num(x0 + 25000)), Tag(out, 20, Num(y0 + 600)), Tag(out, 30, "0.0"), Tag(out, 40, "500.0");
+      Tag(out, 1, "M-" + std::to_string(frame + 1));
+      if (frame % shape.recordEvery == 0)
+        for (int rec = 1; rec <= shape.recordsPerSheet; ++rec) {
+          Tag(out, 1001, rec == 1 ? "TQ_STDINF01" : "TQ_STDINF02");
+          for (int l = 0; l < shape.recordLines; ++l) Tag(out, 1000, GeneratedRecordLine(frame, l));
+        }
+      for (int e = 1; e < shape.entitiesPerFrame; ++e) {
+        double x = x0 + 500 + (e * 53) % 26000, y = y0 + 1500 + (e * 97) % 17000;
+        switch (e % 5) {
+          case 0:
+            Tag(out, 0, "CIRCLE"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0"), Tag(out, 62, "     3");
+            Tag(out, 10, Num(x)), Tag(out, 20, Num(y)), Tag(out, 30, "0.0"), Tag(out, 40, "120.0");
+            break;
+          case 1:
+            Tag(out, 0, "TEXT"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0");
+            Tag(out, 10, Num(x)), Tag(out, 20, Num(y)), Tag(out, 30, "0.0"), Tag(out, 40, "250.0");
+            Tag(out, 1, "P-" + std::to_string(e));
+            break;
+          case 2:
+            Tag(out, 0, "ARC"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0");
+            Tag(out, 10, Num(x)), Tag(out, 20, Num(y)), Tag(out, 30, "0.0"), Tag(out, 40, "300.0");
+            Tag(out, 50, "0.0"), Tag(out, 51, "90.0");
+            break;
+          default: line(x, y, x + 800, y + (e % 2 ? 0 : 600)); break;
+        }
+      }
+    }
+  Tag(out, 0, "ENDSEC");
+  Tag(out, 0, "EOF");
+  return out;
+}
+
 }  // namespace tq::bench

@@ -34,19 +34,36 @@ std::optional<size_t> Document::FindAppId(TextView name) const { return FindByNa
 std::optional<size_t> Document::FindBlock(TextView name) const { return FindByName(blocks_, name); }
 
 std::vector<Tag> Document::Tags(uint32_t index) const {
-  const EntityRecord& rec = records_[index];
-  if (!rec.edit) return ViewTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin));
   std::vector<Tag> tags;
-  tags.reserve(rec.edit->size());
-  for (const EditTag& t : *rec.edit) tags.push_back({t.code, t.value, 0, 0, rec.line});
+  TagsInto(index, tags);
   return tags;
+}
+
+void Document::TagsInto(uint32_t index, std::vector<Tag>& tags) const {
+  tags.clear();
+  const EntityRecord& rec = records_[index];
+  if (rec.edit) {
+    for (const EditTag& t : *rec.edit) tags.push_back({t.code, t.value(), 0, 0, rec.line});
+    return;
+  }
+  Tagger tagger(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin));
+  Tag tag;
+  while (tagger.Next(tag) == Tagger::Result::Tag) tags.push_back(tag);
+}
+
+bool Document::MayHaveXData(uint32_t index) const {
+  const EntityRecord& rec = records_[index];
+  if (!rec.edit) return rec.hasXData;
+  for (const EditTag& t : *rec.edit)
+    if (t.code == 1001) return true;
+  return false;
 }
 
 std::string_view Document::LayerRaw(uint32_t index) const {
   const EntityRecord& rec = records_[index];
   if (!rec.edit) return rec.layer;
   const EditTag* layer = FindTag(*rec.edit, 8);
-  return layer ? std::string_view(layer->value) : std::string_view();
+  return layer ? layer->value() : std::string_view();
 }
 
 TagList& Document::Edit(uint32_t index) {
@@ -60,7 +77,7 @@ std::string Document::EntityText(const EntityRecord& record) const {
                      : std::string(std::string_view(bytes_).substr(record.begin, record.end - record.begin));
 }
 
-void Document::Replace(uint32_t segment, std::string text) {
+void Document::Replace(uint32_t segment, std::string text) const {
   Segment& seg = segments_[segment];
   // A record changed back to what it was is written from the file again.
   if (text == std::string_view(bytes_).substr(seg.begin, seg.end - seg.begin)) {
@@ -78,8 +95,19 @@ void Document::Replace(uint32_t segment, std::string text) {
 void Document::Commit(uint32_t index) {
   EntityRecord& rec = records_[index];
   modified_ = true;
-  if (rec.segment == kNoSegment || !rec.edit) return;
-  Replace(rec.segment, dxf::Serialize(*rec.edit, lineEnd_));
+  if (rec.segment == kNoSegment || !rec.edit || rec.dirty) return;
+  rec.dirty = true;
+  dirty_.push_back(index);
+}
+
+void Document::FlushEdits() const {
+  for (uint32_t index : dirty_) {
+    // The flag is the record's own bookkeeping, not part of what it holds.
+    EntityRecord& rec = const_cast<EntityRecord&>(records_[index]);
+    rec.dirty = false;
+    if (!rec.erased) Replace(rec.segment, dxf::Serialize(*rec.edit, lineEnd_));
+  }
+  dirty_.clear();
 }
 
 void Document::Erase(uint32_t index) {
@@ -96,8 +124,11 @@ uint32_t Document::AddEntity(TagList tags) {
   if (entitiesEnd_ == kNoSegment) throw std::runtime_error("the drawing has no ENTITIES section");
   EntityRecord& rec = records_.emplace_back();
   rec.edit = std::make_unique<TagList>(std::move(tags));
-  if (const EditTag* type = FindTag(*rec.edit, 0)) rec.type = type->value;
-  if (const EditTag* colour = FindTag(*rec.edit, 62)) rec.colour = std::atoi(colour->value.c_str());
+  if (const EditTag* type = FindTag(*rec.edit, 0)) {
+    ownedTypes_.push_back(std::make_unique<std::string>(type->value()));
+    rec.type = *ownedTypes_.back();
+  }
+  if (const EditTag* colour = FindTag(*rec.edit, 62)) rec.colour = std::atoi(std::string(colour->value()).c_str());
   newRecords_.push_back(static_cast<uint32_t>(records_.size() - 1));
   modified_ = true;
   return static_cast<uint32_t>(records_.size() - 1);
@@ -107,7 +138,7 @@ size_t Document::AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegme
                                TagList tags, TextView name) {
   if (endSegment == kNoSegment) throw std::runtime_error("the drawing has no table to register \"" + ToUtf8(name) + "\" in");
   if (!isR12() && hasHandles_) {
-    TagList head{{5, FormatHandle(NewHandle()), {}, {}, {}}, {330, tableHandle, {}, {}, {}}};
+    TagList head{EditTag(5, FormatHandle(NewHandle())), EditTag(330, tableHandle)};
     tags.insert(tags.begin() + 1, head.begin(), head.end());
   }
   TableEntry& entry = table.emplace_back();
@@ -118,26 +149,26 @@ size_t Document::AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegme
 }
 
 size_t Document::AddAppId(TextView name) {
-  TagList tags{{0, "APPID", {}, {}, {}}};
+  TagList tags{EditTag(0, std::string("APPID"))};
   if (!isR12()) {
-    tags.push_back({100, "AcDbSymbolTableRecord", {}, {}, {}});
-    tags.push_back({100, "AcDbRegAppTableRecord", {}, {}, {}});
+    tags.push_back(EditTag(100, std::string("AcDbSymbolTableRecord")));
+    tags.push_back(EditTag(100, std::string("AcDbRegAppTableRecord")));
   }
-  tags.push_back({2, codec_->Encode(name), {}, {}, {}});
-  tags.push_back({70, FormatInt(70, 0), {}, {}, {}});
+  tags.push_back(EditTag(2, codec_->Encode(name)));
+  tags.push_back(EditTag(70, FormatInt(70, 0)));
   return AddTableEntry(appIds_, appIdTableEnd_, appIdTableHandle_, std::move(tags), name);
 }
 
 size_t Document::AddLayer(TextView name) {
-  TagList tags{{0, "LAYER", {}, {}, {}}};
+  TagList tags{EditTag(0, std::string("LAYER"))};
   if (!isR12()) {
-    tags.push_back({100, "AcDbSymbolTableRecord", {}, {}, {}});
-    tags.push_back({100, "AcDbLayerTableRecord", {}, {}, {}});
+    tags.push_back(EditTag(100, std::string("AcDbSymbolTableRecord")));
+    tags.push_back(EditTag(100, std::string("AcDbLayerTableRecord")));
   }
-  tags.push_back({2, codec_->Encode(name), {}, {}, {}});
-  tags.push_back({70, FormatInt(70, 0), {}, {}, {}});
-  tags.push_back({62, FormatInt(62, 7), {}, {}, {}});
-  tags.push_back({6, "CONTINUOUS", {}, {}, {}});
+  tags.push_back(EditTag(2, codec_->Encode(name)));
+  tags.push_back(EditTag(70, FormatInt(70, 0)));
+  tags.push_back(EditTag(62, FormatInt(62, 7)));
+  tags.push_back(EditTag(6, std::string("CONTINUOUS")));
   return AddTableEntry(layers_, layerTableEnd_, layerTableHandle_, std::move(tags), name);
 }
 
@@ -147,7 +178,7 @@ void Document::SetLayerFlags(size_t index, int flags) {
   entry.flags = flags;
   if (!entry.edit) entry.edit = std::make_unique<TagList>(ParseTags(std::string_view(bytes_).substr(entry.begin, entry.end - entry.begin)));
   if (EditTag* tag = FindTag(*entry.edit, 70)) SetTagInt(*tag, flags);
-  else entry.edit->push_back({70, FormatInt(70, flags), {}, {}, {}});
+  else entry.edit->push_back(EditTag(70, FormatInt(70, flags)));
   modified_ = true;
   if (entry.segment != kNoSegment) Replace(entry.segment, dxf::Serialize(*entry.edit, lineEnd_));
 }
@@ -205,17 +236,25 @@ size_t XDataSize(const std::vector<Tag>& tags) {
   return size;
 }
 
+size_t XDataSize(const TagList& tags) {
+  std::vector<Tag> views;
+  views.reserve(tags.size());
+  for (const EditTag& t : tags) views.push_back({t.code, t.value(), 0, 0, 0});
+  return XDataSize(views);
+}
+
 void Document::CheckXDataLimits() const {
   for (uint32_t i = 0; i < records_.size(); ++i) {
     const EntityRecord& rec = records_[i];
     if (!rec.edit || rec.erased) continue;
-    if (XDataSize(Tags(i)) > kXDataLimit)
+    if (XDataSize(*rec.edit) > kXDataLimit)
       throw std::runtime_error("the extended data of entity " + FormatHandle(rec.handle) + " (" + std::string(rec.type) +
                                ", line " + std::to_string(rec.line) + ") passes the 16 KB limit of a drawing object");
   }
 }
 
 std::string Document::Serialize() const {
+  FlushEdits();
   std::string out;
   out.reserve(bytes_.size() + 4096);
   for (uint32_t i = 0; i < segments_.size(); ++i) {
@@ -245,6 +284,7 @@ struct File {
 
 void Document::Save(const std::filesystem::path& path) const {
   CheckXDataLimits();
+  FlushEdits();
   std::filesystem::path folder = path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
   std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
   int fd = mkstemp(temp.data());

@@ -45,6 +45,8 @@ struct EntityRecord {
   uint32_t owner = 0;  // for VERTEX, ATTRIB and SEQEND: index + 1 of the POLYLINE or INSERT
   bool paperSpace = false;
   bool erased = false;
+  bool hasXData = false;  // the file gave it extended data
+  bool dirty = false;     // its edit is not yet written into its segment
   std::unique_ptr<TagList> edit;  // its tags once read for editing
 };
 
@@ -99,8 +101,12 @@ class Document {
 
   // The record's tags: views into the file, or into its edit.
   std::vector<Tag> Tags(uint32_t index) const;
+  void TagsInto(uint32_t index, std::vector<Tag>& tags) const;
+  // Whether the record may hold extended data (false means it surely holds none).
+  bool MayHaveXData(uint32_t index) const;
   std::string_view LayerRaw(uint32_t index) const;
-  // The record's tags for editing; Commit writes them back into its segment.
+  // The record's tags for editing; Commit marks them to be written into the record's segment
+  // when the document is next serialised.
   TagList& Edit(uint32_t index);
   void Commit(uint32_t index);
   void Erase(uint32_t index);
@@ -132,8 +138,9 @@ class Document {
   std::string EntityText(const EntityRecord& record) const;
   std::string EntryText(const TableEntry& entry) const;
   void WriteInsertions(std::string& out, uint32_t segment) const;
+  void FlushEdits() const;
   // The segment is written as `text`, or as the file's bytes again when `text` equals them.
-  void Replace(uint32_t segment, std::string text);
+  void Replace(uint32_t segment, std::string text) const;
   const std::string* ReplacementOf(const Segment& segment) const {
     return segment.replacement < 0 ? nullptr : &replacements_[static_cast<size_t>(segment.replacement)];
   }
@@ -145,8 +152,11 @@ class Document {
   std::string version_ = "AC1009";
   std::string dwgCodePage_ = "ANSI_1252";
   std::string lineEnd_ = "\n";
-  std::vector<Segment> segments_;
-  std::vector<std::string> replacements_;
+  // Edits are written into their segments lazily (FlushEdits), so these change in const calls.
+  mutable std::vector<Segment> segments_;
+  mutable std::vector<std::string> replacements_;
+  mutable std::vector<uint32_t> dirty_;
+  std::vector<std::unique_ptr<std::string>> ownedTypes_;  // the type names of new entities
   std::vector<EntityRecord> records_;
   std::vector<uint32_t> newRecords_;
   std::vector<TableEntry> layers_, appIds_;
@@ -166,6 +176,7 @@ class Document {
 
 // Extended data of one entity, in bytes as AutoCAD counts them against its 16 KB limit.
 size_t XDataSize(const std::vector<Tag>& tags);
+size_t XDataSize(const TagList& tags);
 inline constexpr size_t kXDataLimit = 16383;
 
 }  // namespace tq::dxf

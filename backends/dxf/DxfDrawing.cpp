@@ -23,9 +23,21 @@ Point3 PointOf(const std::vector<Tag>& tags, int code) {
   return {NumberOf(tags, code, 0), NumberOf(tags, code + 10, 0), NumberOf(tags, code + 20, 0)};
 }
 
-EditTag NewTag(int code, std::string value) { return {code, std::move(value), {}, {}, {}}; }
+EditTag NewTag(int code, std::string value) { return EditTag(code, std::move(value)); }
 
 class DxfWriteLock : public Drawing::WriteLock {};
+
+// Entity type names are ASCII: compared byte by byte, without regard to case.
+bool SameType(std::string_view type, TextView wanted) {
+  if (type.size() != wanted.size()) return false;
+  for (size_t i = 0; i < type.size(); ++i) {
+    char16_t a = static_cast<unsigned char>(type[i]), b = wanted[i];
+    if (a >= u'a' && a <= u'z') a -= 32;
+    if (b >= u'a' && b <= u'z') b -= 32;
+    if (a != b) return false;
+  }
+  return true;
+}
 }  // namespace
 
 std::unique_ptr<DxfDrawing> DxfDrawing::Open(const std::filesystem::path& path) {
@@ -44,7 +56,7 @@ const EntityRecord* DxfDrawing::Record(ObjectId id) const {
 }
 
 const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
-  std::string raw(doc_->LayerRaw(index));
+  std::string_view raw = doc_->LayerRaw(index);
   auto found = layerStates_.find(raw);
   if (found != layerStates_.end()) return found->second;
   LayerState state;
@@ -55,13 +67,13 @@ const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
   } else {
     state.name = decoded;
   }
-  return layerStates_.emplace(raw, state).first->second;
+  return layerStates_.emplace(std::string(raw), state).first->second;
 }
 
 bool DxfDrawing::Selectable(uint32_t index, const SelectionFilter& filter) const {
   const EntityRecord& rec = doc_->records()[index];
   if (rec.erased || rec.block >= 0 || rec.owner != 0 || rec.paperSpace) return false;
-  if (!filter.type.empty() && !EqualNoCase(doc_->codec().Decode(rec.type), filter.type)) return false;
+  if (!filter.type.empty() && !SameType(rec.type, filter.type)) return false;
   const LayerState& layer = LayerOf(index);
   if (layer.frozen) return false;
   // Selection filters compare layer names without regard to case, as AutoCAD's do.
@@ -80,14 +92,7 @@ ExtentsCalculator& DxfDrawing::Calculator() const {
   return *extents_;
 }
 
-// The extents of a model-space entity, with a text's insertion point.
-Box DxfDrawing::WindowBox(uint32_t index) const {
-  Box box = Calculator().BoxOf(index);
-  std::string_view type = doc_->records()[index].type;
-  if (type == "TEXT" || type == "ATTDEF")
-    if (std::optional<TextEntity> text = TextData(IdOf(index))) box.Add(text->position);
-  return box;
-}
+Box DxfDrawing::WindowBox(uint32_t index) const { return Calculator().WindowBoxOf(index); }
 
 void DxfDrawing::BuildIndex() const {
   std::vector<Box> boxes;
@@ -183,7 +188,7 @@ void DxfDrawing::SetColour(uint32_t index, int colour) {
   auto found = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 62; });
   if (found != tags.end()) {
     long long original = 0;
-    bool originalByLayer = !found->isNew() && ParseInt(found->originalValue, original) && original == kColourByLayer;
+    bool originalByLayer = !found->isNew() && ParseInt(found->originalValue(), original) && original == kColourByLayer;
     if (colour == kColourByLayer && !originalByLayer) tags.erase(found);
     else SetTagInt(*found, colour);
   } else if (colour != kColourByLayer) {
@@ -253,7 +258,7 @@ ObjectId DxfDrawing::AddEntity(TagList tags) {
   }
   if (doc_->records()[index].handle == 0)
     if (const EditTag* h = FindTag(*doc_->records()[index].edit, 5))
-      doc_->records()[index].handle = std::strtoull(h->value.c_str(), nullptr, 16);
+      doc_->records()[index].handle = std::strtoull(std::string(h->value()).c_str(), nullptr, 16);
   handles_.clear();
   return IdOf(index);
 }
@@ -296,7 +301,7 @@ void DxfDrawing::SetLayerLocked(TextView layer, bool locked) {
 }
 
 std::optional<XDataLines> DxfDrawing::ReadXData(ObjectId id, TextView application) const {
-  if (!Record(id)) return std::nullopt;
+  if (!Record(id) || !doc_->MayHaveXData(id.value - 1)) return std::nullopt;
   return ReadXDataLines(doc_->Tags(id.value - 1), application, doc_->codec());
 }
 
@@ -307,7 +312,7 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
   TagList& tags = doc_->Edit(index);
   TagList before = tags;
   WriteXDataLines(tags, application, lines, doc_->codec());
-  if (XDataSize(doc_->Tags(index)) > kXDataLimit) {
+  if (XDataSize(tags) > kXDataLimit) {
     tags = std::move(before);
     return EditResult::TooLarge;
   }
@@ -319,7 +324,7 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
 
 EditResult DxfDrawing::RemoveXData(ObjectId id, TextView application) {
   if (!Record(id)) return EditResult::NotFound;
-  if (!ReadXData(id, application)) return EditResult::Ok;
+  if (!doc_->MayHaveXData(id.value - 1) || !ReadXData(id, application)) return EditResult::Ok;
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   RemoveXDataGroup(doc_->Edit(id.value - 1), application, doc_->codec());
   doc_->Commit(id.value - 1);

@@ -63,7 +63,11 @@ class DxfDrawing : public Drawing {
 
   std::unique_ptr<Document> doc_;
   std::filesystem::path path_;
-  mutable std::unordered_map<std::string, LayerState> layerStates_;
+  struct RawHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+  };
+  mutable std::unordered_map<std::string, LayerState, RawHash, std::equal_to<>> layerStates_;
   mutable std::unordered_map<uint64_t, uint32_t> handles_;
   ExtentsCalculator& Calculator() const;
   void BuildIndex() const;

@@ -235,9 +235,40 @@ std::optional<Extents> ExtentsCalculator::Of(uint32_t index) {
   return BoxOf(index).ToExtents();
 }
 
+std::vector<Tag>& ExtentsCalculator::Scratch() {
+  if (scratch_.size() <= depth_) scratch_.resize(depth_ + 1);
+  return scratch_[depth_];
+}
+
 Box ExtentsCalculator::BoxOf(uint32_t index) {
+  if (index >= boxes_.size()) {
+    boxes_.resize(doc_.records().size());
+    known_.resize(doc_.records().size());
+  }
+  if (known_[index]) return boxes_[index];
+  ++depth_;
+  Box box = Compute(index);
+  --depth_;
+  boxes_[index] = box;
+  known_[index] = 1;
+  return box;
+}
+
+Box ExtentsCalculator::WindowBoxOf(uint32_t index) {
+  Box box = BoxOf(index);
+  std::string_view type = doc_.records()[index].type;
+  if (type == "TEXT" || type == "ATTDEF") {
+    std::vector<Tag>& tags = Scratch();
+    doc_.TagsInto(index, tags);
+    if (auto p = FirstPoint(tags, 10)) box.Add(*p);
+  }
+  return box;
+}
+
+Box ExtentsCalculator::Compute(uint32_t index) {
   const EntityRecord& rec = doc_.records()[index];
-  std::vector<Tag> tags = doc_.Tags(index);
+  std::vector<Tag>& tags = Scratch();
+  doc_.TagsInto(index, tags);
   std::string_view type = rec.type;
   Box box;
   if (type == "LINE" || type == "POINT" || type == "SOLID" || type == "3DFACE" || type == "TRACE" || type == "SPLINE") {
@@ -297,7 +328,10 @@ Box ExtentsCalculator::PolylineBox(uint32_t index, const std::vector<Tag>& tags)
   double elevation = FirstPoint(tags, 10).value_or(Point3{}).z;
   for (uint32_t i = index + 1; i < records.size() && records[i].owner == index + 1; ++i) {
     if (records[i].type != "VERTEX" || records[i].erased) continue;
-    std::vector<Tag> v = doc_.Tags(i);
+    ++depth_;
+    std::vector<Tag>& v = Scratch();
+    doc_.TagsInto(i, v);
+    --depth_;
     int vflags = static_cast<int>(Num(v, 70));
     if ((vflags & 128) && !(vflags & 64)) continue;
     Point3 p = FirstPoint(v, 10).value_or(Point3{});

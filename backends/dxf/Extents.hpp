@@ -1,5 +1,6 @@
 #pragma once
 // The extents of entities, one rule per entity type.
+#include <deque>
 #include <optional>
 #include <vector>
 
@@ -19,16 +20,26 @@ class ExtentsCalculator {
 
   // Nothing for an entity without geometry (or an unknown index).
   std::optional<Extents> Of(uint32_t index);
+  // Computed once per entity: the drawing's geometry does not change once read.
   Box BoxOf(uint32_t index);
+  // The extents with a text's insertion point: what a window query looks at.
+  Box WindowBoxOf(uint32_t index);
 
  private:
+  Box Compute(uint32_t index);
   Box BlockBox(size_t block);
   Box InsertBox(uint32_t index, const std::vector<Tag>& tags);
   Box PolylineBox(uint32_t index, const std::vector<Tag>& tags);
+  // Tag buffers reused from one entity to the next, one per depth of nested blocks.
+  std::vector<Tag>& Scratch();
 
   const Document& doc_;
+  std::vector<Box> boxes_;
+  std::vector<char> known_;
   std::vector<std::optional<Box>> blockBoxes_;
   std::vector<char> inProgress_;
+  std::deque<std::vector<Tag>> scratch_;  // a deque: a deeper buffer never moves a shallower one
+  size_t depth_ = 0;
 };
 
 }  // namespace tq::dxf

@@ -4,14 +4,18 @@
 
 namespace tq::dxf {
 
+void EditTag::Set(std::string value) {
+  if (!isNew() && value == originalValue_) changed_.reset();
+  else changed_ = std::move(value);
+}
+
 TagList ParseTags(std::string_view bytes) {
   TagList tags;
+  tags.reserve(16);
   Tagger tagger(bytes);
   Tag tag;
-  while (tagger.Next(tag) == Tagger::Result::Tag) {
-    std::string raw(bytes.substr(tag.offset, tag.end - tag.offset));
-    tags.push_back({tag.code, std::string(tag.value), raw, raw, std::string(tag.value)});
-  }
+  while (tagger.Next(tag) == Tagger::Result::Tag)
+    tags.emplace_back(tag.code, bytes.substr(tag.offset, tag.end - tag.offset), tag.value);
   return tags;
 }
 
@@ -23,19 +27,31 @@ std::vector<Tag> ViewTags(std::string_view bytes) {
   return tags;
 }
 
-std::string FormatTag(int code, std::string_view value, std::string_view lineEnd) {
+void AppendTag(std::string& out, int code, std::string_view value, std::string_view lineEnd) {
   char head[16];
-  std::snprintf(head, sizeof head, "%3d", code);
-  std::string out(head);
+  int n = std::snprintf(head, sizeof head, "%3d", code);
+  out.append(head, static_cast<size_t>(n));
   out += lineEnd;
   out += value;
   out += lineEnd;
+}
+
+std::string FormatTag(int code, std::string_view value, std::string_view lineEnd) {
+  std::string out;
+  AppendTag(out, code, value, lineEnd);
   return out;
+}
+
+void AppendSerialized(std::string& out, const TagList& tags, std::string_view lineEnd) {
+  for (const EditTag& tag : tags) {
+    if (!tag.isChanged() && !tag.isNew()) out += tag.original();
+    else AppendTag(out, tag.code, tag.value(), lineEnd);
+  }
 }
 
 std::string Serialize(const TagList& tags, std::string_view lineEnd) {
   std::string out;
-  for (const EditTag& tag : tags) out += tag.raw.empty() ? FormatTag(tag.code, tag.value, lineEnd) : tag.raw;
+  AppendSerialized(out, tags, lineEnd);
   return out;
 }
 
@@ -74,30 +90,22 @@ const EditTag* FindTag(const TagList& tags, int code) {
   return nullptr;
 }
 
-void SetTagValue(EditTag& tag, std::string value) {
-  if (tag.value == value) return;
-  tag.value = std::move(value);
-  tag.raw = (!tag.isNew() && tag.value == tag.originalValue) ? tag.original : std::string();
-}
-
-}  // namespace tq::dxf
-
-namespace tq::dxf {
+void SetTagValue(EditTag& tag, std::string value) { tag.Set(std::move(value)); }
 
 void SetTagInt(EditTag& tag, long long value) {
   long long original;
-  if (!tag.isNew() && ParseInt(tag.originalValue, original) && original == value) {
-    tag.value = tag.originalValue;
-    tag.raw = tag.original;
+  if (!tag.isNew() && ParseInt(tag.originalValue(), original) && original == value) {
+    tag.Set(std::string(tag.originalValue()));
     return;
   }
   // A number written in place of another keeps its way of writing: right-aligned in the
   // same width when it was, plain when it was plain.
   std::string text = std::to_string(value);
-  size_t leading = tag.value.find_first_not_of(' ');
-  if (leading != 0 && leading != std::string::npos && text.size() < tag.value.size())
-    text = std::string(tag.value.size() - text.size(), ' ') + text;
-  SetTagValue(tag, std::move(text));
+  std::string_view old = tag.value();
+  size_t leading = old.find_first_not_of(' ');
+  if (leading != 0 && leading != std::string_view::npos && text.size() < old.size())
+    text = std::string(old.size() - text.size(), ' ') + text;
+  tag.Set(std::move(text));
 }
 
 }  // namespace tq::dxf

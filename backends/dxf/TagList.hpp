@@ -1,5 +1,7 @@
 #pragma once
-// The tags of one record (an entity or a table entry) once it is read for editing.
+// The tags of one record (an entity or a table entry) once it is read for editing. A tag
+// read from the file views the file's bytes; only a new or changed value is held apart.
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,35 +10,49 @@
 
 namespace tq::dxf {
 
-struct EditTag {
+class EditTag {
+ public:
+  EditTag(int code, std::string value) : code(code), changed_(std::move(value)) {}
+  // A tag of the file: its whole pair and its value, both viewing the file.
+  EditTag(int code, std::string_view original, std::string_view originalValue)
+      : code(code), original_(original), originalValue_(originalValue) {}
+
   int code = 0;
-  std::string value;
-  std::string raw;       // the bytes written: the original pair, or empty for a new or changed tag
-  std::string original;  // the original pair, kept so that a value set back is written as it was
-  std::string originalValue;
-  bool isNew() const { return original.empty(); }
+  std::string_view value() const { return changed_ ? std::string_view(*changed_) : originalValue_; }
+  bool isNew() const { return original_.empty(); }
+  bool isChanged() const { return changed_.has_value(); }
+  std::string_view original() const { return original_; }
+  std::string_view originalValue() const { return originalValue_; }
+  // A value set back to the file's value is written as the file wrote it.
+  void Set(std::string value);
+
+ private:
+  std::string_view original_, originalValue_;
+  std::optional<std::string> changed_;
 };
 
 using TagList = std::vector<EditTag>;
 
-// The tags of `bytes`, each keeping its original bytes.
+// The tags of `bytes`, viewing them: `bytes` must outlive the list.
 TagList ParseTags(std::string_view bytes);
 // The tags of `bytes` without copying: views into the bytes.
 std::vector<Tag> ViewTags(std::string_view bytes);
 
 // One pair as this backend writes it: the code right-aligned in three places.
 std::string FormatTag(int code, std::string_view value, std::string_view lineEnd);
+void AppendTag(std::string& out, int code, std::string_view value, std::string_view lineEnd);
 std::string Serialize(const TagList& tags, std::string_view lineEnd);
+void AppendSerialized(std::string& out, const TagList& tags, std::string_view lineEnd);
 
 std::string FormatInt(int code, long long value);
 std::string FormatDouble(double value);
 std::string FormatHandle(unsigned long long handle);
 
-// Helpers over a tag list.
 EditTag* FindTag(TagList& tags, int code);
 const EditTag* FindTag(const TagList& tags, int code);
 void SetTagValue(EditTag& tag, std::string value);
-// An integer value; the original text when it held the same number.
+// An integer value; the original text when it held the same number, else written the way
+// the replaced number was written.
 void SetTagInt(EditTag& tag, long long value);
 
 }  // namespace tq::dxf

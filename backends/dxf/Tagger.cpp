@@ -52,9 +52,17 @@ Tagger::Result Tagger::Next(Tag& tag) {
   std::string_view codeLine;
   uint32_t afterCode;
   if (!ReadLine(data_, pos_, codeLine, afterCode)) return Result::End;
-  long long code;
-  // Group codes are short integers; anything else is no DXF tag.
-  if (codeLine.size() > 16 || !ParseInt(codeLine, code) || code < -32768 || code > 32767) {
+  // Group codes are short integers (blanks around them allowed); anything else is no tag.
+  long long code = 0;
+  size_t i = 0, n = codeLine.size();
+  while (i < n && codeLine[i] == ' ') ++i;
+  bool negative = i < n && codeLine[i] == '-';
+  if (negative || (i < n && codeLine[i] == '+')) ++i;
+  size_t digits = 0;
+  while (i < n && codeLine[i] >= '0' && codeLine[i] <= '9' && digits < 6) code = code * 10 + (codeLine[i++] - '0'), ++digits;
+  while (i < n && (codeLine[i] == ' ' || codeLine[i] == '\t')) ++i;
+  if (negative) code = -code;
+  if (digits == 0 || i != n || code < -32768 || code > 32767) {
     errorLine_ = line_;
     return Result::BadCode;
   }

@@ -4,9 +4,12 @@ namespace tq::dxf {
 
 namespace {
 
+std::string_view ValueOf(const Tag& tag) { return tag.value; }
+std::string_view ValueOf(const EditTag& tag) { return tag.value(); }
+
 template <class TagT>
 bool IsGroupOf(const TagT& tag, TextView application, const DxfCodec& codec) {
-  return tag.code == 1001 && EqualNoCase(codec.Decode(TrimNumber(tag.value)), application);
+  return tag.code == 1001 && EqualNoCase(codec.Decode(TrimNumber(ValueOf(tag))), application);
 }
 
 // The group of `application`: [begin, end) in `tags`; begin == end when absent.
@@ -21,7 +24,7 @@ std::pair<size_t, size_t> FindGroup(const Tags& tags, TextView application, cons
   return {tags.size(), tags.size()};
 }
 
-EditTag NewTag(int code, std::string value) { return {code, std::move(value), {}, {}, {}}; }
+EditTag NewTag(int code, std::string value) { return EditTag(code, std::move(value)); }
 
 }  // namespace
 
@@ -79,7 +82,7 @@ void WriteXDataLines(TagList& tags, TextView application, const XDataLines& line
   if (begin != end) {
     // Tags written as they were keep their original bytes.
     for (size_t i = 0; i < group.size() && begin + i < end; ++i)
-      if (tags[begin + i].code == group[i].code && tags[begin + i].value == group[i].value) group[i] = tags[begin + i];
+      if (tags[begin + i].code == group[i].code && tags[begin + i].value() == group[i].value()) group[i] = tags[begin + i];
     tags.erase(tags.begin() + static_cast<std::ptrdiff_t>(begin), tags.begin() + static_cast<std::ptrdiff_t>(end));
     tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(begin), group.begin(), group.end());
     return;

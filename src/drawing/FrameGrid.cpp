@@ -1,5 +1,7 @@
 #include "drawing/FrameGrid.hpp"
 
+#include <cmath>
+
 #include "base/Encoding.hpp"
 #include "drawing/EntityScan.hpp"
 #include "drawing/Geometry2d.hpp"
@@ -29,10 +31,32 @@ bool PickStdPoint(Editor& editor, Point3& point) {
   }
 }
 
+namespace {
+// Frames of a positive size do not overlap, so at most one holds a point: the search can
+// start at the frame the point's coordinates fall in.
+bool TryCell(const FrameGrid& grid, const Point3& point, int r, int c, FramePolygon& out, FrameCell* cell) {
+  if (r < 0 || c < 0 || r >= grid.rows || c >= grid.columns) return false;
+  FramePolygon polygon = MakeFramePolygon(grid, r, c);
+  if (!PointInFrame(point, polygon)) return false;
+  out.insert(out.end(), polygon.begin(), polygon.end());
+  if (cell) *cell = {r, c};
+  return true;
+}
+}  // namespace
+
 // A grid with no rows or no columns holds no frame (a count below 1 would otherwise never
 // end the search).
 bool LocateFrame(const DrawingContext& context, const Point3& point, FramePolygon& out, FrameCell* cell) {
   FrameGrid grid = LoadFrameGrid(context.settings, context.editor);
+  if (grid.width > 0 && grid.height > 0) {
+    double fr = std::floor((point.y - grid.originY) / grid.height), fc = std::floor((point.x - grid.originX) / grid.width);
+    if (std::fabs(fr) > 1e9 || std::fabs(fc) > 1e9) return false;
+    int r = static_cast<int>(fr), c = static_cast<int>(fc);
+    for (int dr : {0, -1, 1})
+      for (int dc : {0, -1, 1})
+        if (TryCell(grid, point, r + dr, c + dc, out, cell)) return true;
+    return false;
+  }
   for (int r = 0; r < grid.rows; ++r)
     for (int c = 0; c < grid.columns; ++c) {
       FramePolygon polygon = MakeFramePolygon(grid, r, c);

@@ -1,0 +1,63 @@
+// The frame rules on a drawing of 1,000 frames; bench/run_frames.sh runs it with tqstd.
+//   frame_bench generate DIR    DIR/Velum.ini, DIR/data/標準図設定.ini (40 x 25 frames), DIR/frames.dxf
+//   frame_bench mark DIR        load, the first window query (index), MarkFrames of the frames
+//                               without information, and the restore
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <sstream>
+
+#include "GenerateDrawing.hpp"
+#include "base/Encoding.hpp"
+#include "base/Paths.hpp"
+#include "common/ConsoleEditor.hpp"
+#include "common/StandaloneHostServices.hpp"
+#include "drawing/EntityScan.hpp"
+#include "dxf/DxfDrawing.hpp"
+
+using Clock = std::chrono::steady_clock;
+
+namespace {
+double Since(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 3) return 2;
+  std::string mode = argv[1];
+  std::filesystem::path dir = argv[2];
+  if (mode == "generate") {
+    std::filesystem::create_directories(dir / "data");
+    tq::WriteFileBytes(dir / "Velum.ini", tq::EncodeCodePage(u"[環境設定]\r\nｼｽﾃﾑ=system\r\n標準部品=parts\r\n[Custom]\r\n標準図ﾃﾞｰﾀ=data\r\n", "CP932"));
+    tq::WriteFileBytes(dir / "data" / "標準図設定.ini", tq::EncodeCodePage(u"[標準図]\r\n縦ﾌﾚｰﾑ数=25\r\n横ﾌﾚｰﾑ数=40\r\n", "CP932"));
+    tq::WriteFileBytes(dir / "frames.dxf", tq::bench::GenerateFrameDrawing({}));
+    return 0;
+  }
+  if (mode != "mark") return 2;
+  tq::StandaloneHostServices host(tq::FromFsPath(dir / "Velum.ini"));
+  tq::Folders folders(host);
+  tq::StdSettings settings(folders);
+  std::ostringstream sink;
+  tq::ConsoleEditor editor(sink);
+  auto start = Clock::now();
+  auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf");
+  double load = Since(start);
+  tq::DrawingContext context{*drawing, editor, settings, *settings.LoadLayerSettings()};
+  start = Clock::now();
+  std::vector<tq::ObjectId> with, without;
+  tq::CollectSheetNumberTexts(context, with);
+  tq::SplitByInfoRecord(*drawing, with, without);
+  double collect = Since(start);
+  start = Clock::now();
+  drawing->SelectWindow({}, {0, 0, 1, 1});
+  double index = Since(start);
+  start = Clock::now();
+  tq::MarkFrames(context, without, true);
+  double mark = Since(start);
+  start = Clock::now();
+  tq::MarkFrames(context, without, false);
+  double restore = Since(start);
+  std::printf("load %.3f s; collect and split %.3f s (%zu with, %zu without); index %.3f s; MarkFrames %.3f s; restore %.3f s\n",
+              load, collect, with.size(), without.size(), index, mark, restore);
+  return 0;
+}
