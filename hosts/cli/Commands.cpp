@@ -2,6 +2,7 @@
 
 #include "cli/DxfInfoCommand.hpp"
 #include "cli/FrameCommands.hpp"
+#include "cli/InfoCommands.hpp"
 #include "cli/SettingsCommand.hpp"
 
 namespace tq::cli {
@@ -38,6 +39,20 @@ std::vector<Command> RegisterCommands(CLI::App& app) {
   markApp->add_option("--sheet", mark->sheets, "a sheet name (repeatable)");
   markApp->add_option("-o,--output", mark->output, "where to save (default: the drawing itself, keeping a .bak)");
   commands.push_back({markApp, [drawing, mark](const Context& c) { return RunMark(c, *drawing, *mark); }});
+
+  auto infoOptions = std::make_shared<InfoOptions>();
+  CLI::App* infoApp = app.add_subcommand("info", "the information records of one standard drawing");
+  infoApp->add_option("DRAWING", *drawing, "the DXF drawing")->required();
+  infoApp->add_option("--sheet", infoOptions->sheet, "the sheet name of the standard drawing");
+  infoApp->add_option("--at", infoOptions->at, "a point X,Y inside its frame");
+  infoApp->add_option("--handle", infoOptions->handle, "the handle of its sheet-number text");
+  infoApp->add_flag("--json", infoOptions->json, "the records as JSON, members as read (fill rule applied)");
+  commands.push_back({infoApp, [drawing, infoOptions](const Context& c) { return RunInfo(c, *drawing, *infoOptions); }});
+
+  auto ab = std::make_shared<std::string>();
+  CLI::App* choices = app.add_subcommand("choices", "every choice list the attribute dialog would offer, by field");
+  choices->add_option("--ab", *ab, "A or B: which material files (default A)");
+  commands.push_back({choices, [ab](const Context& c) { return RunChoices(c, *ab); }});
   return commands;
 }
 

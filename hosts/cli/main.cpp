@@ -63,6 +63,9 @@ int Main(int argc, char** argv) {
     for (Command& command : commands)
       if (command.app->parsed()) return command.run(context);
     return 2;
+  } catch (const CLI::ValidationError& e) {
+    std::cerr << "tqstd: " << e.what() << '\n';
+    return 2;
   } catch (const UserError& e) {
     std::cerr << "tqstd: " << e.what() << '\n';
     return 1;

@@ -1,0 +1,21 @@
+#include "base/ColumnLists.hpp"
+
+namespace tq {
+
+ColumnLists::ColumnLists(const ConfigTable& rows, size_t columnCount) : columns_(columnCount) {
+  for (const TableRow& row : rows)
+    for (size_t c = 0; c < columnCount && c < row.size(); ++c) columns_[c].push_back(row[c]);
+}
+
+ColumnLists ColumnLists::Load(const std::filesystem::path& path, size_t columnCount) {
+  std::optional<ConfigTable> rows = ReadConfigFile(path);
+  return ColumnLists(rows ? *rows : ConfigTable(), columnCount);
+}
+
+bool ColumnLists::empty() const {
+  for (const auto& c : columns_)
+    if (!c.empty()) return false;
+  return true;
+}
+
+}  // namespace tq

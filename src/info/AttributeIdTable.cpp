@@ -1,0 +1,19 @@
+#include "info/AttributeIdTable.hpp"
+
+namespace tq {
+
+AttributeIdTable AttributeIdTable::Load(const std::filesystem::path& path) {
+  std::optional<ConfigTable> rows = ReadConfigFile(path);
+  return AttributeIdTable(rows ? *rows : ConfigTable());
+}
+
+ColumnLists AttributeIdTable::Group(TextView id) const {
+  ConfigTable group;
+  for (const TableRow& row : rows_)
+    if (!row.empty() && EqualNoCase(row[0], id)) group.push_back(row);
+  return ColumnLists(group, 3);
+}
+
+std::vector<Text> AttributeIdTable::AllValues() const { return ColumnLists(rows_, 3).column(2); }
+
+}  // namespace tq
