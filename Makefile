@@ -18,8 +18,15 @@ configure: deps
 build: configure
 	cmake --build --preset $(PRESET)
 
+# The main job on a copy of the example installation (the takeoff remembers its choices
+# there): the aggregate of every standard drawing with information, shown from CP932.
+DEMO := build/demo
 demo: build
-	$(TQSTD) --ini $(SITE)/Velum.ini settings
+	rm -rf $(DEMO) && mkdir -p $(DEMO) && cp -r $(SITE) $(DEMO)/site
+	$(TQSTD) --ini $(DEMO)/site/Velum.ini check $(DEMO)/site/drawings/設備標準図.dxf
+	$(TQSTD) --ini $(DEMO)/site/Velum.ini takeoff $(DEMO)/site/drawings/設備標準図.dxf --kind aggregate --separator comma -o $(DEMO)/集計.txt
+	@echo "--- the first lines of $(DEMO)/集計.txt (CP932, shown in UTF-8) ---"
+	@iconv -f CP932 -t UTF-8 $(DEMO)/集計.txt | head -12
 
 test: build
 	ctest --preset $(PRESET)

@@ -3,6 +3,7 @@
 #include "cli/DxfInfoCommand.hpp"
 #include "cli/FrameCommands.hpp"
 #include "cli/InfoCommands.hpp"
+#include "cli/TakeoffCommand.hpp"
 #include "cli/SettingsCommand.hpp"
 
 namespace tq::cli {
@@ -53,6 +54,23 @@ std::vector<Command> RegisterCommands(CLI::App& app) {
   CLI::App* choices = app.add_subcommand("choices", "every choice list the attribute dialog would offer, by field");
   choices->add_option("--ab", *ab, "A or B: which material files (default A)");
   commands.push_back({choices, [ab](const Context& c) { return RunChoices(c, *ab); }});
+
+  auto takeoff = std::make_shared<TakeoffOptions>();
+  CLI::App* takeoffApp = app.add_subcommand(
+      "takeoff",
+      "the takeoff of every standard drawing with information, written as the file output writes it: the list\n"
+      "(拾い), the aggregate (集計) or the CI-NET code file, in the system code page with CR LF. Options left out\n"
+      "take what the file output dialog starts with (the remembered values, else list, tab, the first category);\n"
+      "the choices are remembered in \"ファイル出力前回値.dat\" as the dialog does.");
+  takeoffApp->add_option("DRAWING", *drawing, "the DXF drawing")->required();
+  takeoffApp->add_option("--kind", takeoff->kind, "list, aggregate or cinet");
+  takeoffApp->add_option("--separator", takeoff->separator, "comma, pipe or tab");
+  takeoffApp->add_option("--category", takeoff->category, "the output category (出力区分): A材, B材 or any other for both")
+      ->each([takeoff](const std::string&) { takeoff->categoryGiven = true; });
+  takeoffApp->add_option("-o,--output", takeoff->output, "the file to write (default: the drawing's name, .txt)");
+  takeoffApp->add_flag("--register", takeoff->registerRows, "also store the rows in the drawing, as 登録 does, and save it");
+  takeoffApp->add_flag("--json", takeoff->json, "print the 23-column items of the takeoff check instead of writing a file");
+  commands.push_back({takeoffApp, [drawing, takeoff](const Context& c) { return RunTakeoff(c, *drawing, *takeoff); }});
   return commands;
 }
 

@@ -68,8 +68,11 @@ Text Folders::StdPartsFile(TextView name) const {
   return folder ? JoinPath(*folder, name) : Text();
 }
 
+// Without the host's export the folder is empty and the path starts with the takeoff
+// folder's name, relative to the current folder.
 Text Folders::TakeoffTableFile(TextView name) const {
-  return JoinPath(JoinPath(HostSystemFolder(), u"拾い"), name);
+  Text folder = HostSystemFolder();
+  return JoinPath(folder.empty() ? Text(u"拾い") : JoinPath(folder, u"拾い"), name);
 }
 
 }  // namespace tq

@@ -1,0 +1,109 @@
+#include "output/EncodedWriter.hpp"
+
+#include <memory>
+#include <optional>
+
+#include "base/Encoding.hpp"
+#include "base/Paths.hpp"
+
+namespace tq {
+
+namespace {
+
+// The bytes of each unit in the system code page, converted once.
+class UnitTable {
+ public:
+  explicit UnitTable(const std::string& codePage) : codePage_(codePage), bestFit_(65536), exact_(65536) {}
+  const std::string& name() const { return codePage_.name(); }
+  const std::string& BestFit(char16_t unit) {
+    std::optional<std::string>& b = bestFit_[unit];
+    if (!b) b = codePage_.Encode(TextView(&unit, 1));
+    return *b;
+  }
+  const std::optional<std::string>& Exact(char16_t unit) {
+    auto& e = exact_[unit];
+    if (!e) e = codePage_.EncodeExact(TextView(&unit, 1)).value_or(std::string());  // empty: not held
+    return *e ? *e : kNone;
+  }
+
+ private:
+  CodePage codePage_;
+  std::vector<std::optional<std::string>> bestFit_;
+  std::vector<std::optional<std::optional<std::string>>> exact_;
+  static inline const std::optional<std::string> kNone;
+};
+
+UnitTable& TableFor(const std::string& codePage) {
+  static std::unique_ptr<UnitTable> table;
+  if (!table || table->name() != codePage) table = std::make_unique<UnitTable>(codePage);
+  return *table;
+}
+
+std::string Utf8Unit(char16_t u) {
+  if (u >= 0xD800 && u <= 0xDFFF) return "\xEF\xBF\xBD";  // a lone surrogate
+  std::string out;
+  if (u < 0x800) {
+    out += static_cast<char>(0xC0 | (u >> 6));
+  } else {
+    out += static_cast<char>(0xE0 | (u >> 12));
+    out += static_cast<char>(0x80 | ((u >> 6) & 0x3F));
+  }
+  out += static_cast<char>(0x80 | (u & 0x3F));
+  return out;
+}
+
+std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
+  switch (mode) {
+    case TextMode::SystemCodePage:
+    case TextMode::Utf8: {
+      if (u < 0x80) return (u == u'\n' && options.lineEnd) ? std::string("\r\n") : std::string(1, static_cast<char>(u));
+      if (mode == TextMode::Utf8) return Utf8Unit(u);
+      UnitTable& table = TableFor(SystemCodePage());
+      if (!options.escape) return table.BestFit(u);
+      if (const auto& exact = table.Exact(u); exact && !exact->empty()) return *exact;
+      char escape[8];
+      std::snprintf(escape, sizeof escape, "\\U+%04X", static_cast<unsigned>(u));
+      return escape;
+    }
+    case TextMode::Utf16Le:
+    case TextMode::Utf16Be: {
+      auto pair = [&](char16_t v) {
+        char lo = static_cast<char>(v & 0xFF), hi = static_cast<char>(v >> 8);
+        return mode == TextMode::Utf16Le ? std::string{lo, hi} : std::string{hi, lo};
+      };
+      return (u == u'\n' && options.lineEnd) ? pair(u'\r') + pair(u) : pair(u);
+    }
+  }
+  return std::string();
+}
+
+}  // namespace
+
+int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
+  if (mode < 1 || mode > 4) return options.result == WriteResultKind::MinusOne ? -1 : 0;
+  int units = 0;
+  std::string buffer;
+  for (char16_t u : text) {
+    if (u == 0) break;
+    buffer += UnitBytes(u, static_cast<TextMode>(mode), options);
+    ++units;
+  }
+  if (std::fwrite(buffer.data(), 1, buffer.size(), stream) != buffer.size()) return -1;
+  switch (options.result) {
+    case WriteResultKind::Zero: return 0;
+    case WriteResultKind::UnitCount: return units;
+    case WriteResultKind::MinusOne: return -1;
+  }
+  return 0;
+}
+
+bool WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines) {
+  if (path.empty()) return false;
+  std::FILE* f = std::fopen(path.c_str(), "wb");
+  if (!f) return false;
+  bool ok = true;
+  for (const Text& line : lines) ok = WriteEncodedText(f, line + u"\r\n", 1) != -1 && ok;
+  return std::fclose(f) == 0 && ok;
+}
+
+}  // namespace tq

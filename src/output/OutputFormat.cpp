@@ -1,0 +1,21 @@
+#include "output/OutputFormat.hpp"
+
+#include "base/TextFiles.hpp"
+
+namespace tq {
+
+std::vector<Text> OutputFormat::Columns(size_t line) const {
+  const std::vector<Text>& fields = lines[line];
+  if (fields.size() < 4) return {};
+  return std::vector<Text>(fields.begin() + 1, fields.end() - 2);
+}
+
+OutputFormat LoadOutputFormat(const std::filesystem::path& path) {
+  OutputFormat format;
+  std::optional<ConfigTable> rows = ReadConfigFile(path);
+  if (!rows) return format;
+  for (size_t i = 0; i < 4 && i < rows->size(); ++i) format.lines[i] = (*rows)[i];
+  return format;
+}
+
+}  // namespace tq

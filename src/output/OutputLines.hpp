@@ -1,0 +1,59 @@
+#pragma once
+// The lines of the takeoff list and of the aggregate, from the takeoff rows and the format.
+#include <stdexcept>
+#include <unordered_map>
+#include <vector>
+
+#include "output/OutputFormat.hpp"
+#include "takeoff/ReferenceTables.hpp"
+#include "takeoff/TakeoffRows.hpp"
+
+namespace tq {
+
+enum class SeparatorKind { Comma = 0, Pipe = 1, Tab = 2 };
+Text SeparatorText(int kind);
+
+enum class MaterialFilter { AOnly, BOnly, Both };
+// "A材" → A only, "B材" → B only (without regard to case), anything else both.
+MaterialFilter FilterOfCategory(TextView category);
+
+// An aggregate asked of a format with fewer than 16 columns.
+struct OutputFormatError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// The value of one attribute code for one row and one CI-NET piece.
+Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
+               const ReferenceTables& tables);
+
+// The number of units of a record: field 1 of line 3 read as an integer when above 0, else
+// the largest such integer over field 1 of all its lines; 0 for a record under four lines.
+int UnitCount(const TakeoffRecord& record);
+
+class OutputBuilder {
+ public:
+  OutputBuilder(const OutputFormat& format, const ReferenceTables& tables) : format_(format), tables_(tables) {}
+
+  // BuildOutputLines: the header (when not empty) and one line per unit, row and CI-NET
+  // piece; or, for an aggregate, equal lines merged with their quantities summed.
+  std::vector<Text> Build(const TakeoffData& data, bool aggregate, int separatorKind, TextView category) const;
+
+ private:
+  const OutputFormat& format_;
+  const ReferenceTables& tables_;
+};
+
+// Merges collected lines of 16 values in linear time: a line equal to a merged row in every
+// column but the quantity column (the last whose code is exactly "S304") adds its quantity
+// to that row ("%2.1f"), or is dropped when there is no quantity column.
+class Aggregate {
+ public:
+  void Add(const std::vector<Text>& codes, std::vector<Text> values);
+  const std::vector<std::vector<Text>>& rows() const { return rows_; }
+
+ private:
+  std::vector<std::vector<Text>> rows_;
+  std::unordered_map<std::u16string, size_t> index_;
+};
+
+}  // namespace tq

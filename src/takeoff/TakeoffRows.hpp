@@ -1,0 +1,30 @@
+#pragma once
+// Takeoff rows: every stored line of the standard drawings' records, fields in line order.
+#include <array>
+#include <vector>
+
+#include "base/Text.hpp"
+#include "ports/Drawing.hpp"
+
+namespace tq {
+
+struct CTakeoffRow {
+  ObjectId entity;
+  std::array<Text, 25> fields;
+  Text& field(int position) { return fields[static_cast<size_t>(position - 1)]; }
+  const Text& field(int position) const { return fields[static_cast<size_t>(position - 1)]; }
+};
+
+// Per entity (in the given order), per record ("TQ_STDINF01" first), per line.
+using TakeoffRecord = std::vector<CTakeoffRow>;
+using TakeoffEntity = std::vector<TakeoffRecord>;
+using TakeoffData = std::vector<TakeoffEntity>;
+
+CTakeoffRow ParseTakeoffLine(TextView line, ObjectId entity);
+// Every entity gets its (possibly empty) list of records; reading stops at the first gap.
+TakeoffData CollectTakeoffRows(const Drawing& drawing, const std::vector<ObjectId>& ids);
+
+// "A" or "1" in field 4, either case: A material in the list and the output.
+bool IsAMaterialRow(const CTakeoffRow& row);
+
+}  // namespace tq
