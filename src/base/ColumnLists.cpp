@@ -3,8 +3,11 @@
 namespace tq {
 
 ColumnLists::ColumnLists(const ConfigTable& rows, size_t columnCount) : columns_(columnCount) {
-  for (const TableRow& row : rows)
-    for (size_t c = 0; c < columnCount && c < row.size(); ++c) columns_[c].push_back(row[c]);
+  for (size_t i = 0; i < rows.size(); ++i)
+    for (size_t c = 0; c < columnCount && c < rows[i].size(); ++c) {
+      columns_[c].resize(i);
+      columns_[c].push_back(rows[i][c]);
+    }
 }
 
 ColumnLists ColumnLists::Load(const std::filesystem::path& path, size_t columnCount) {

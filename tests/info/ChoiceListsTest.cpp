@@ -57,11 +57,17 @@ TEST(ChoiceLists, ABMaterialRowWhoseColumn5IsEmptyYieldsTheUnknownCode) {
 }
 
 TEST(ChoiceLists, BMaterialMatchCountsOnlyWhereColumn5HasAnEntry) {
-  // The first line has no column 5: its code list is one entry short, so the second line's
-  // pair meets the first line's code — the column lists of the suite, kept as they are.
-  BMaterialTable table(ColumnLists(ParseConfigTable(u"A,x,M\r\nB,x,M,s,u,CODE-B\r\nC,x,M,s,u"), 12));
-  EXPECT_EQ(table.CodeFor(u"A", u"M"), u"CODE-B");
-  EXPECT_EQ(table.CodeFor(u"B", u"M"), u"Z9999999999999");
+  // The last line has no column 5: its match does not count; a line before it that lacks
+  // column 5 has an empty code.
+  BMaterialTable table(ColumnLists(ParseConfigTable(u"A,x,M\r\nB,x,M,s,u,CODE-B\r\nC,x,M,s,u\r\nC,x,M,s,u,CODE-C2"), 12));
+  EXPECT_EQ(table.CodeFor(u"A", u"M"), u"Z9999999999999");
+  EXPECT_EQ(table.CodeFor(u"B", u"M"), u"CODE-B");
+  EXPECT_EQ(table.CodeFor(u"C", u"M"), u"Z9999999999999");
+  BMaterialTable shortEnd(ColumnLists(ParseConfigTable(u"A,x,M\r\nD,x,M,s,u,CODE-D"), 12));
+  EXPECT_EQ(shortEnd.CodeFor(u"A", u"M"), u"Z9999999999999");
+  BMaterialTable trailing(ColumnLists(ParseConfigTable(u"D,x,M,s,u,CODE-D\r\nA,x,M"), 12));
+  EXPECT_EQ(trailing.CodeFor(u"A", u"M"), u"Z9999999999999");
+  EXPECT_EQ(trailing.columns().column(5).size(), 1u);
 }
 
 TEST(ChoiceLists, AttributeIdTableGroupsAndTheKeysOfTheFillRule) {
