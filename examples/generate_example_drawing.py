@@ -8,10 +8,10 @@ drawn content (pipes, valves, ducts, hatches, a block), its sheet-number text on
 "TQ_STDINF01", … built from the tables of examples/site. Two frames hold a drawn size table
 with its placement base point on layer "4".
 
-Run with python3-ezdxf: python3 examples/generate_example_drawing.py
+Run with python3-ezdxf: python3 examples/generate_example_drawing.py [OUT.dxf]
 """
-import math
 import os
+import sys
 
 import ezdxf
 
@@ -162,7 +162,8 @@ def main():
     for row in range(3):
         for col in range(3):
             frame(msp, row, col)
-    out = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'site', 'drawings', '設備標準図.dxf')
+    out = sys.argv[1] if len(sys.argv) > 1 else \
+        os.path.join(os.path.dirname(os.path.abspath(__file__)), 'site', 'drawings', '設備標準図.dxf')
     doc.saveas(out)
     print(out)
 

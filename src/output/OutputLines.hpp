@@ -32,14 +32,14 @@ int UnitCount(const TakeoffRecord& record);
 
 class OutputBuilder {
  public:
-  OutputBuilder(const OutputFormat& format, const ReferenceTables& tables) : format_(format), tables_(tables) {}
+  OutputBuilder(OutputFormat format, const ReferenceTables& tables) : format_(std::move(format)), tables_(tables) {}
 
   // BuildOutputLines: the header (when not empty) and one line per unit, row and CI-NET
   // piece; or, for an aggregate, equal lines merged with their quantities summed.
   std::vector<Text> Build(const TakeoffData& data, bool aggregate, int separatorKind, TextView category) const;
 
  private:
-  const OutputFormat& format_;
+  OutputFormat format_;
   const ReferenceTables& tables_;
 };
 
