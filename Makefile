@@ -43,6 +43,7 @@ bench:
 	$(MAKE) build PRESET=release
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
+	./bench/run_takeoff.sh build/release
 
 clean:
 	rm -rf build

@@ -33,6 +33,15 @@ int main(int argc, char** argv) {
     tq::WriteFileBytes(dir / "frames.dxf", tq::bench::GenerateFrameDrawing({}));
     return 0;
   }
+  if (mode == "generate-takeoff") {
+    // 1,000 standard drawings, each with two records of 20 lines, and 500 entities a frame.
+    tq::bench::FrameDrawingShape shape;
+    shape.recordLines = 20;
+    shape.recordsPerSheet = 2;
+    shape.recordEvery = 1;
+    tq::WriteFileBytes(dir / "takeoff.dxf", tq::bench::GenerateFrameDrawing(shape));
+    return 0;
+  }
   if (mode != "mark") return 2;
   tq::StandaloneHostServices host(tq::FromFsPath(dir / "Velum.ini"));
   tq::Folders folders(host);

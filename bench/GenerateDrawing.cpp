@@ -72,6 +72,15 @@ std::string GenerateDrawing(const DrawingShape& shape) {
 }
 
 namespace {
+// The layer of the drawn content: a name as long as designers give them.
+const std::string kContentLayer = EncodeCodePage(u"M-冷温水配管-往き-系統1", "CP932");
+
+std::string Precise(double v) {
+  char b[40];
+  std::snprintf(b, sizeof b, "%.8f", v);
+  return b;
+}
+
 void Head(std::string& out, unsigned handseed) {
   for (auto [c, v] : {std::pair{0, "SECTION"}, {2, "HEADER"}, {9, "$ACADVER"}, {1, "AC1009"}, {9, "$DWGCODEPAGE"},
                       {3, "ANSI_932"}, {9, "$HANDSEED"}})
@@ -80,6 +89,7 @@ void Head(std::string& out, unsigned handseed) {
   for (auto [c, v] : {std::pair{0, "ENDSEC"}, {0, "SECTION"}, {2, "TABLES"}, {0, "TABLE"}, {2, "LAYER"}, {70, "3"},
                       {0, "LAYER"}, {2, "0"}, {70, "0"}, {62, "7"}, {6, "CONTINUOUS"}, {0, "LAYER"}, {2, "5"},
                       {70, "0"}, {62, "7"}, {6, "CONTINUOUS"}, {0, "LAYER"}, {2, "4"}, {70, "0"}, {62, "1"},
+                      {6, "CONTINUOUS"}, {0, "LAYER"}, {2, kContentLayer.c_str()}, {70, "0"}, {62, "4"},
                       {6, "CONTINUOUS"}, {0, "ENDTAB"}, {0, "TABLE"}, {2, "APPID"}, {70, "3"}, {0, "APPID"},
                       {2, "ACAD"}, {70, "0"}, {0, "APPID"}, {2, "TQ_STDINF01"}, {70, "0"}, {0, "APPID"},
                       {2, "TQ_STDINF02"}, {70, "0"}, {0, "ENDTAB"}, {0, "ENDSEC"}, {0, "SECTION"}, {2, "BLOCKS"},
@@ -98,9 +108,11 @@ std::string GeneratedRecordLine(int frame, int line) {
     int k = (frame + line) % 5;
     std::string size = std::to_string(25 + 25 * ((frame + line) % 8)), quantity = std::to_string(1 + (frame * 7 + line) % 9);
     std::u16string first = line == 2 ? u"AC-" + std::u16string(u"1") : line == 3 ? u"2" : u"";
+    // Stored codes (fields 19 to 24), as after a registration: the rules keep them.
     text = first + u"," + (line == 2 ? u"空調機" : u"") + u",冷温水," + kFlags[k] + u",," + kMembers[k] + u"," +
            std::u16string(size.begin(), size.end()) + u",A,200,,,,SGP,白," + std::u16string(quantity.begin(), quantity.end()) +
-           u".5,m,,,,,,,,,";
+           u".5,m,,," + (k == 3 ? u"32020101000000 32020199000000" : u"2101010105000" + std::u16string(1, u'0' + k)) +
+           u",冷温水用,新設,昼間,自社手配,なし,";
   }
   return EncodeCodePage(text, "CP932");
 }
@@ -113,16 +125,16 @@ std::string GenerateFrameDrawing(const FrameDrawingShape& shape) {
   unsigned handle = 0x100;
   Head(out, 0x100 + static_cast<unsigned>(frames * shape.entitiesPerFrame) + 1);
   auto line = [&](double x1, double y1, double x2, double y2) {
-    Tag(out, 0, "LINE"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0");
-    Tag(out, 10, Num(x1)), Tag(out, 20, Num(y1)), Tag(out, 30, "0.0");
-    Tag(out, 11, Num(x2)), Tag(out, 21, Num(y2)), Tag(out, 31, "0.0");
+    Tag(out, 0, "LINE"), Tag(out, 5, Hex(handle++)), Tag(out, 8, kContentLayer);
+    Tag(out, 10, Precise(x1)), Tag(out, 20, Precise(y1)), Tag(out, 30, "0.0");
+    Tag(out, 11, Precise(x2)), Tag(out, 21, Precise(y2)), Tag(out, 31, "0.0");
   };
   for (int r = 0; r < shape.rows; ++r)
     for (int c = 0; c < shape.columns; ++c) {
       int frame = r * shape.columns + c;
       double x0 = c * W, y0 = r * H;
       Tag(out, 0, "TEXT"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "5");
-      Tag(out, 10, Num(x0 + 25000)), Tag(out, 20, Num(y0 + 600)), Tag(out, 30, "0.0"), Tag(out, 40, "500.0");
+      Tag(out, 10, Precise(x0 + 25000)), Tag(out, 20, Precise(y0 + 600)), Tag(out, 30, "0.0"), Tag(out, 40, "500.0");
       Tag(out, 1, "M-" + std::to_string(frame + 1));
       if (frame % shape.recordEvery == 0)
         for (int rec = 1; rec <= shape.recordsPerSheet; ++rec) {
@@ -133,17 +145,17 @@ std::string GenerateFrameDrawing(const FrameDrawingShape& shape) {
         double x = x0 + 500 + (e * 53) % 26000, y = y0 + 1500 + (e * 97) % 17000;
         switch (e % 5) {
           case 0:
-            Tag(out, 0, "CIRCLE"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0"), Tag(out, 62, "     3");
-            Tag(out, 10, Num(x)), Tag(out, 20, Num(y)), Tag(out, 30, "0.0"), Tag(out, 40, "120.0");
+            Tag(out, 0, "CIRCLE"), Tag(out, 5, Hex(handle++)), Tag(out, 8, kContentLayer), Tag(out, 62, "     3");
+            Tag(out, 10, Precise(x)), Tag(out, 20, Precise(y)), Tag(out, 30, "0.0"), Tag(out, 40, "120.0");
             break;
           case 1:
-            Tag(out, 0, "TEXT"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0");
-            Tag(out, 10, Num(x)), Tag(out, 20, Num(y)), Tag(out, 30, "0.0"), Tag(out, 40, "250.0");
+            Tag(out, 0, "TEXT"), Tag(out, 5, Hex(handle++)), Tag(out, 8, kContentLayer);
+            Tag(out, 10, Precise(x)), Tag(out, 20, Precise(y)), Tag(out, 30, "0.0"), Tag(out, 40, "250.0");
             Tag(out, 1, "P-" + std::to_string(e));
             break;
           case 2:
-            Tag(out, 0, "ARC"), Tag(out, 5, Hex(handle++)), Tag(out, 8, "0");
-            Tag(out, 10, Num(x)), Tag(out, 20, Num(y)), Tag(out, 30, "0.0"), Tag(out, 40, "300.0");
+            Tag(out, 0, "ARC"), Tag(out, 5, Hex(handle++)), Tag(out, 8, kContentLayer);
+            Tag(out, 10, Precise(x)), Tag(out, 20, Precise(y)), Tag(out, 30, "0.0"), Tag(out, 40, "300.0");
             Tag(out, 50, "0.0"), Tag(out, 51, "90.0");
             break;
           default: line(x, y, x + 800, y + (e % 2 ? 0 : 600)); break;

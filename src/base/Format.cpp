@@ -102,3 +102,14 @@ Text Format(TextView format, std::initializer_list<FormatArg> args) {
 }
 
 }  // namespace tq
+
+namespace tq {
+
+Text FormatQuantity(double value) {
+  char buffer[64];
+  int n = std::snprintf(buffer, sizeof buffer, "%2.1f", value);
+  if (n < 0 || static_cast<size_t>(n) >= sizeof buffer) return Format(u"%2.1f", {value});
+  return Text(buffer, buffer + n);
+}
+
+}  // namespace tq

@@ -29,4 +29,8 @@ class FormatArg {
 // A missing argument formats as empty; a number given for %s is written as a number.
 Text Format(TextView format, std::initializer_list<FormatArg> args);
 
+// "%2.1f" of a quantity, the output files' one reformatted value: the same as
+// Format(u"%2.1f", {value}), without parsing the format for each of many thousand lines.
+Text FormatQuantity(double value);
+
 }  // namespace tq

@@ -10,14 +10,6 @@ namespace tq {
 namespace {
 constexpr size_t kAggregateColumns = 16;
 
-// A code looked up by name in its attribute group (column 2 → column 1); the empty field
-// gives the fallback without a lookup.
-Text GroupCode(const ReferenceTables& tables, TextView group, const Text& field) {
-  if (field.empty()) return Text();
-  const ColumnLists& g = tables.Group(group);
-  return TableLookup(field, g.column(2), g.column(1));
-}
-
 Text OrFallback(Text value, TextView fallback) { return value.empty() ? Text(fallback) : value; }
 }  // namespace
 
@@ -36,35 +28,60 @@ MaterialFilter FilterOfCategory(TextView category) {
   return MaterialFilter::Both;
 }
 
-Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
-               const ReferenceTables& tables) {
+ResolvedCode ResolveCode(TextView code, const ReferenceTables& tables) {
   auto is = [&](const char16_t* name) { return EqualNoCase(code, name); };
-  if (is(u"S501")) {
-    const ColumnLists& g = tables.Group(u"S501");
-    Text category = TableLookup(row.field(3), g.column(2), g.column(1));
-    return OrFallback(TableLookup(category, tables.constructionCategory.column(0), tables.constructionCategory.column(1)), u" ");
-  }
-  if (is(u"&S501")) return OrFallback(row.field(3), u" ");
-  if (is(u"SNET")) return OrFallback(piece < pieces.size() ? pieces[piece] : row.field(19), u" ");
-  if (is(u"SSL0")) return OrFallback(row.field(7), u"0");
-  if (is(u"SSW0")) return OrFallback(row.field(9), u"0");
-  if (is(u"SSH0")) return OrFallback(row.field(11), u"0");
+  if (is(u"S501")) return {ResolvedCode::S501, 3, &tables.Group(u"S501")};
+  if (is(u"&S501")) return {ResolvedCode::AmpS501, 3};
+  if (is(u"SNET")) return {ResolvedCode::Snet, 19};
+  if (is(u"SSL0")) return {ResolvedCode::Dimension, 7};
+  if (is(u"SSW0")) return {ResolvedCode::Dimension, 9};
+  if (is(u"SSH0")) return {ResolvedCode::Dimension, 11};
   // The supply class is field 23 and the night-work class field 22: crosswise on purpose.
   static const std::array<std::pair<const char16_t*, int>, 5> kGroups{
       {{u"SC01", 20}, {u"SC03", 21}, {u"SC04", 23}, {u"SC05", 22}, {u"SC06", 24}}};
   for (auto [group, field] : kGroups) {
-    if (is(group)) return OrFallback(GroupCode(tables, group, row.field(field)), u"0");
-    if (EqualNoCase(code, Text(u"&") + group)) return OrFallback(row.field(field), u" ");
+    if (is(group)) return {ResolvedCode::Group, field, &tables.Group(group)};
+    if (EqualNoCase(code, Text(u"&") + group)) return {ResolvedCode::AmpGroup, field};
   }
-  if (is(u"S001")) return row.field(1).find(u'-') != Text::npos ? row.field(1) : Text(u" ");
-  if (is(u"S481")) return Text();
-  if (is(u"SNAM") || is(u"SBNM")) return OrFallback(row.field(6), u" ");
-  if (is(u"SMAT")) return OrFallback(row.field(13), u" ");
-  if (is(u"SPEC")) return OrFallback(row.field(14), u" ");
-  if (is(u"S304")) return Format(u"%2.1f", {ApiComn_atof(row.field(15))});
-  if (is(u"$S001")) return u" ";
-  if (is(u"#S001")) return u"0";
+  if (is(u"S001")) return {ResolvedCode::S001, 1};
+  if (is(u"S481")) return {ResolvedCode::S481};
+  if (is(u"SNAM") || is(u"SBNM")) return {ResolvedCode::Field, 6};
+  if (is(u"SMAT")) return {ResolvedCode::Field, 13};
+  if (is(u"SPEC")) return {ResolvedCode::Field, 14};
+  if (is(u"S304")) return {ResolvedCode::S304, 15};
+  if (is(u"$S001")) return {ResolvedCode::DollarS001};
+  if (is(u"#S001")) return {ResolvedCode::HashS001};
+  return {};
+}
+
+Text CodeValue(const ResolvedCode& code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
+               const ReferenceTables& tables) {
+  const Text& field = code.field ? row.field(code.field) : row.field(1);
+  switch (code.kind) {
+    case ResolvedCode::S501: {
+      Text category = TableLookup(field, code.group->column(2), code.group->column(1));
+      return OrFallback(TableLookup(category, tables.constructionCategory.column(0), tables.constructionCategory.column(1)), u" ");
+    }
+    case ResolvedCode::AmpS501:
+    case ResolvedCode::AmpGroup:
+    case ResolvedCode::Field: return OrFallback(field, u" ");
+    case ResolvedCode::Snet: return OrFallback(piece < pieces.size() ? pieces[piece] : field, u" ");
+    case ResolvedCode::Dimension: return OrFallback(field, u"0");
+    // An empty field gives the fallback without a lookup.
+    case ResolvedCode::Group: return OrFallback(field.empty() ? Text() : TableLookup(field, code.group->column(2), code.group->column(1)), u"0");
+    case ResolvedCode::S001: return field.find(u'-') != Text::npos ? field : Text(u" ");
+    case ResolvedCode::S304: return FormatQuantity(ApiComn_atof(field));
+    case ResolvedCode::DollarS001: return u" ";
+    case ResolvedCode::HashS001: return u"0";
+    case ResolvedCode::S481:
+    case ResolvedCode::Other: break;
+  }
   return Text();
+}
+
+Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
+               const ReferenceTables& tables) {
+  return CodeValue(ResolveCode(code, tables), row, pieces, piece, tables);
 }
 
 int UnitCount(const TakeoffRecord& record) {
@@ -83,6 +100,7 @@ void Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
   // The key: every value but the quantity's, each with its length, so that no two lines
   // that differ share a key.
   Text key;
+  key.reserve(256);
   for (size_t k = 0; k < values.size(); ++k) {
     if (k + 1 == q) continue;
     key += static_cast<char16_t>(values[k].size() & 0xFFFF);
@@ -96,7 +114,7 @@ void Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
   }
   if (q == 0) return;
   Text& sum = rows_[found->second][q - 1];
-  sum = Format(u"%2.1f", {ApiComn_atof(sum) + ApiComn_atof(values[q - 1])});
+  sum = FormatQuantity(ApiComn_atof(sum) + ApiComn_atof(values[q - 1]));
 }
 
 std::vector<Text> OutputBuilder::Build(const TakeoffData& data, bool aggregate, int separatorKind, TextView category) const {
@@ -105,6 +123,8 @@ std::vector<Text> OutputBuilder::Build(const TakeoffData& data, bool aggregate, 
   MaterialFilter filter = FilterOfCategory(category);
   if (data.empty()) return out;
   std::vector<Text> headers = format_.Headers(), codes = format_.Codes();
+  std::vector<ResolvedCode> resolved;
+  for (const Text& code : codes) resolved.push_back(ResolveCode(code, tables_));
   if (aggregate && codes.size() < kAggregateColumns)
     throw OutputFormatError("the output format has " + std::to_string(codes.size()) +
                             " columns; an aggregate needs at least 16");
@@ -130,12 +150,12 @@ std::vector<Text> OutputBuilder::Build(const TakeoffData& data, bool aggregate, 
           if (!makeA && !makeB) continue;
           for (size_t j = 0; j < pieces.size(); ++j) {
             std::vector<Text> values;
-            Text line;
-            for (const Text& code : codes) {
-              values.push_back(EqualNoCase(code, u"S001") ? symbol : CodeValue(code, row, pieces, j, tables_));
-              line += values.back() + separator;
-            }
+            values.reserve(resolved.size());
+            for (const ResolvedCode& code : resolved)
+              values.push_back(code.kind == ResolvedCode::S001 ? symbol : CodeValue(code, row, pieces, j, tables_));
             if (!aggregate) {
+              Text line;
+              for (const Text& v : values) line += v, line += separator;
               if (!line.empty()) out.push_back(std::move(line));
               continue;
             }

@@ -22,7 +22,18 @@ struct OutputFormatError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// An attribute code of the format, recognised once (without regard to case) for every line.
+struct ResolvedCode {
+  enum Kind { S501, AmpS501, Snet, Dimension, Group, AmpGroup, S001, S481, Field, S304, DollarS001, HashS001, Other };
+  Kind kind = Other;
+  int field = 0;                      // the row's field it reads
+  const ColumnLists* group = nullptr;  // for a code looked up in its attribute group
+};
+ResolvedCode ResolveCode(TextView code, const ReferenceTables& tables);
+
 // The value of one attribute code for one row and one CI-NET piece.
+Text CodeValue(const ResolvedCode& code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
+               const ReferenceTables& tables);
 Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
                const ReferenceTables& tables);
 

@@ -55,3 +55,8 @@ TEST(HalfWidth, KatakanaWithVoicedMarksSplitIntoHalfWidthMarks) {
 }
 
 TEST(HalfWidth, KanjiAndHiraganaStayAsTheyAre) { EXPECT_EQ(ToHalfWidth(u"標準図の１"), u"標準図の1"); }
+
+TEST(Format, QuantityFormatIsTheGeneralFormatsOneDecimal) {
+  for (double v : {0.0, 3.0, 12.25, 12.35, -1.05, 123456.789, 1e20})
+    EXPECT_EQ(FormatQuantity(v), Format(u"%2.1f", {v})) << v;
+}
