@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Paths.hpp"
+#include "dxf/TagValues.hpp"
 #include "dxf/XData.hpp"
 
 namespace tq::dxf {
@@ -10,18 +11,7 @@ namespace tq::dxf {
 namespace {
 ObjectId IdOf(uint32_t index) { return ObjectId{index + 1}; }
 
-double NumberOf(const std::vector<Tag>& tags, int code, double fallback) {
-  for (const Tag& t : tags)
-    if (t.code == code) {
-      double v;
-      return ParseDouble(t.value, v) ? v : fallback;
-    }
-  return fallback;
-}
-
-Point3 PointOf(const std::vector<Tag>& tags, int code) {
-  return {NumberOf(tags, code, 0), NumberOf(tags, code + 10, 0), NumberOf(tags, code + 20, 0)};
-}
+Point3 PointOf(const std::vector<Tag>& tags, int code) { return FirstPoint(tags, code).value_or(Point3{}); }
 
 EditTag NewTag(int code, std::string value) { return EditTag(code, std::move(value)); }
 

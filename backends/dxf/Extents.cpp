@@ -1,5 +1,7 @@
 #include "dxf/Extents.hpp"
 
+#include "dxf/TagValues.hpp"
+
 #include <algorithm>
 
 namespace tq::dxf {
@@ -10,32 +12,6 @@ bool IsFullWidth(char32_t c) {
   return (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF) || (c >= 0xAC00 && c <= 0xD7A3) ||
          (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFE30 && c <= 0xFE4F) || (c >= 0xFF00 && c <= 0xFF60) ||
          (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x20000 && c <= 0x3FFFD);
-}
-
-// First value of a code, or a default.
-double Num(const std::vector<Tag>& tags, int code, double fallback = 0) {
-  for (const Tag& t : tags)
-    if (t.code == code) {
-      double v;
-      return ParseDouble(t.value, v) ? v : fallback;
-    }
-  return fallback;
-}
-
-Point3 PointAt(const std::vector<Tag>& tags, size_t i) {
-  Point3 p;
-  ParseDouble(tags[i].value, p.x);
-  for (size_t j = i + 1; j < tags.size() && j <= i + 2; ++j) {
-    if (tags[j].code == tags[i].code + 10) ParseDouble(tags[j].value, p.y);
-    else if (tags[j].code == tags[i].code + 20) ParseDouble(tags[j].value, p.z);
-  }
-  return p;
-}
-
-std::optional<Point3> FirstPoint(const std::vector<Tag>& tags, int code) {
-  for (size_t i = 0; i < tags.size(); ++i)
-    if (tags[i].code == code) return PointAt(tags, i);
-  return std::nullopt;
 }
 
 Ocs OcsOf(const std::vector<Tag>& tags) { return Ocs(FirstPoint(tags, 210).value_or(Point3{0, 0, 1})); }
@@ -58,8 +34,8 @@ Box CoordinateBox(const std::vector<Tag>& tags) {
 // alignment (group 72, 73: the alignment point 11 for any but left/baseline; aligned and
 // fit run from 10 to 11) and rotated about that point.
 Box TextBox(const std::vector<Tag>& tags, const DxfCodec& codec) {
-  double h = Num(tags, 40), wf = Num(tags, 41, 1), rot = Num(tags, 50);
-  int ha = static_cast<int>(Num(tags, 72)), va = static_cast<int>(Num(tags, 73));
+  double h = NumberOf(tags, 40), wf = NumberOf(tags, 41, 1), rot = NumberOf(tags, 50);
+  int ha = static_cast<int>(NumberOf(tags, 72)), va = static_cast<int>(NumberOf(tags, 73));
   Point3 p10 = FirstPoint(tags, 10).value_or(Point3{}), p11 = FirstPoint(tags, 11).value_or(p10);
   double w = TextWidthInHeights(codec.Decode(StringOf(tags, 1))) * h * wf;
   double x0 = 0, y0 = 0;
@@ -82,9 +58,9 @@ Box TextBox(const std::vector<Tag>& tags, const DxfCodec& codec) {
 // MTEXT: the reference width (or the widest line by the text model), the lines at 5/3 of
 // the height apart, placed by the attachment point (group 71) and the rotation or direction.
 Box MTextBox(const std::vector<Tag>& tags, const DxfCodec& codec) {
-  double h = Num(tags, 40), refWidth = Num(tags, 41), rot = Num(tags, 50);
+  double h = NumberOf(tags, 40), refWidth = NumberOf(tags, 41), rot = NumberOf(tags, 50);
   if (auto dir = FirstPoint(tags, 11)) rot = std::atan2(dir->y, dir->x) * 180 / kPi;
-  int attach = static_cast<int>(Num(tags, 71, 1));
+  int attach = static_cast<int>(NumberOf(tags, 71, 1));
   std::string raw;
   for (const Tag& t : tags)
     if (t.code == 3) raw += t.value;
@@ -115,7 +91,7 @@ Box MTextBox(const std::vector<Tag>& tags, const DxfCodec& codec) {
 Box LwPolylineBox(const std::vector<Tag>& tags) {
   std::vector<Point3> points;
   std::vector<double> bulges;
-  double elevation = Num(tags, 38);
+  double elevation = NumberOf(tags, 38);
   for (size_t i = 0; i < tags.size(); ++i) {
     if (tags[i].code == 10) {
       Point3 p = PointAt(tags, i);
@@ -126,7 +102,7 @@ Box LwPolylineBox(const std::vector<Tag>& tags) {
     }
   }
   Box box;
-  bool closed = static_cast<int>(Num(tags, 70)) & 1;
+  bool closed = static_cast<int>(NumberOf(tags, 70)) & 1;
   for (size_t i = 0; i < points.size(); ++i) {
     box.Add(points[i]);
     if (i + 1 < points.size()) AddBulgeSegment(box, points[i], points[i + 1], bulges[i]);
@@ -145,7 +121,7 @@ Box HatchBox(const std::vector<Tag>& tags) {
     return i < tags.size();
   };
   if (!next(91)) return box;
-  double elevation = Num(tags, 30);
+  double elevation = NumberOf(tags, 30);
   long long paths = 0;
   ParseInt(tags[i].value, paths);
   for (long long p = 0; p < paths && next(92); ++p) {
@@ -189,16 +165,16 @@ Box HatchBox(const std::vector<Tag>& tags) {
       Point3 c = FirstPoint(part, 10).value_or(Point3{});
       c.z = elevation;
       if (edge == 2) {
-        double s = Num(part, 50), t = Num(part, 51);
-        bool ccw = static_cast<int>(Num(part, 73, 1)) != 0;
-        AddArc(box, c.x, c.y, elevation, Num(part, 40), ccw ? s : -t, ccw ? t : -s);
+        double s = NumberOf(part, 50), t = NumberOf(part, 51);
+        bool ccw = static_cast<int>(NumberOf(part, 73, 1)) != 0;
+        AddArc(box, c.x, c.y, elevation, NumberOf(part, 40), ccw ? s : -t, ccw ? t : -s);
       } else if (edge == 3) {
         Point3 a = FirstPoint(part, 11).value_or(Point3{1, 0, 0});
         a.z = 0;
-        double ratio = Num(part, 40, 1);
+        double ratio = NumberOf(part, 40, 1);
         Point3 b{-a.y * ratio, a.x * ratio, 0};
-        double s = Num(part, 50) * kPi / 180, t = Num(part, 51) * kPi / 180;
-        bool ccw = static_cast<int>(Num(part, 73, 1)) != 0;
+        double s = NumberOf(part, 50) * kPi / 180, t = NumberOf(part, 51) * kPi / 180;
+        bool ccw = static_cast<int>(NumberOf(part, 73, 1)) != 0;
         AddEllipse(box, c, a, b, ccw ? s : -t, ccw ? t : -s);
       } else {
         for (size_t k = 0; k < part.size(); ++k)
@@ -287,18 +263,18 @@ Box ExtentsCalculator::Compute(uint32_t index) {
   if (type == "CIRCLE" || type == "ARC") {
     // The circle's centre and radius; an arc only the quadrant points it sweeps.
     Point3 c = FirstPoint(tags, 10).value_or(Point3{});
-    double r = Num(tags, 40);
+    double r = NumberOf(tags, 40);
     if (type == "CIRCLE") AddArc(box, c.x, c.y, c.z, r, 0, 360);
-    else AddArc(box, c.x, c.y, c.z, r, Num(tags, 50), Num(tags, 51));
+    else AddArc(box, c.x, c.y, c.z, r, NumberOf(tags, 50), NumberOf(tags, 51));
     return OcsOf(tags).ToWorld(box);
   }
   if (type == "ELLIPSE") {
     // Centre, major axis and ratio: the extreme points of the swept parameter range.
     Point3 c = FirstPoint(tags, 10).value_or(Point3{}), a = FirstPoint(tags, 11).value_or(Point3{1, 0, 0});
     Point3 n = FirstPoint(tags, 210).value_or(Point3{0, 0, 1});
-    double ratio = Num(tags, 40, 1);
+    double ratio = NumberOf(tags, 40, 1);
     Point3 b{(n.y * a.z - n.z * a.y) * ratio, (n.z * a.x - n.x * a.z) * ratio, (n.x * a.y - n.y * a.x) * ratio};
-    AddEllipse(box, c, a, b, Num(tags, 41), Num(tags, 42, 2 * kPi));
+    AddEllipse(box, c, a, b, NumberOf(tags, 41), NumberOf(tags, 42, 2 * kPi));
     return box;
   }
   if (type == "TEXT" || type == "ATTRIB" || type == "ATTDEF") return TextBox(tags, doc_.codec());
@@ -324,7 +300,7 @@ Box ExtentsCalculator::PolylineBox(uint32_t index, const std::vector<Tag>& tags)
   const auto& records = doc_.records();
   std::vector<Point3> points;
   std::vector<double> bulges;
-  int flags = static_cast<int>(Num(tags, 70));
+  int flags = static_cast<int>(NumberOf(tags, 70));
   double elevation = FirstPoint(tags, 10).value_or(Point3{}).z;
   for (uint32_t i = index + 1; i < records.size() && records[i].owner == index + 1; ++i) {
     if (records[i].type != "VERTEX" || records[i].erased) continue;
@@ -332,12 +308,12 @@ Box ExtentsCalculator::PolylineBox(uint32_t index, const std::vector<Tag>& tags)
     std::vector<Tag>& v = Scratch();
     doc_.TagsInto(i, v);
     --depth_;
-    int vflags = static_cast<int>(Num(v, 70));
+    int vflags = static_cast<int>(NumberOf(v, 70));
     if ((vflags & 128) && !(vflags & 64)) continue;
     Point3 p = FirstPoint(v, 10).value_or(Point3{});
     if (!(flags & (8 | 16 | 64))) p.z = elevation;
     points.push_back(p);
-    bulges.push_back(Num(v, 42));
+    bulges.push_back(NumberOf(v, 42));
   }
   Box box;
   for (size_t k = 0; k < points.size(); ++k) {
@@ -356,13 +332,13 @@ Box ExtentsCalculator::InsertBox(uint32_t index, const std::vector<Tag>& tags) {
   if (auto block = doc_.FindBlock(doc_.codec().Decode(StringOf(tags, 2)))) {
     Box b = BlockBox(*block);
     const BlockDefinition& def = doc_.blocks()[*block];
-    Placement place{Num(tags, 41, 1), Num(tags, 42, 1), Num(tags, 43, 1), Num(tags, 50),
+    Placement place{NumberOf(tags, 41, 1), NumberOf(tags, 42, 1), NumberOf(tags, 43, 1), NumberOf(tags, 50),
                     {def.baseX, def.baseY, def.baseZ}, FirstPoint(tags, 10).value_or(Point3{})};
     Box placed = place.Apply(b);
-    int cols = std::max(1, static_cast<int>(Num(tags, 70, 1))), rows = std::max(1, static_cast<int>(Num(tags, 71, 1)));
+    int cols = std::max(1, static_cast<int>(NumberOf(tags, 70, 1))), rows = std::max(1, static_cast<int>(NumberOf(tags, 71, 1)));
     double a = place.angleDeg * kPi / 180;
-    for (double dc : {0.0, (cols - 1) * Num(tags, 44)})
-      for (double dr : {0.0, (rows - 1) * Num(tags, 45)}) {
+    for (double dc : {0.0, (cols - 1) * NumberOf(tags, 44)})
+      for (double dr : {0.0, (rows - 1) * NumberOf(tags, 45)}) {
         double dx = dc * std::cos(a) - dr * std::sin(a), dy = dc * std::sin(a) + dr * std::cos(a);
         if (!placed.empty()) box.Add(placed.minX + dx, placed.minY + dy, placed.minZ), box.Add(placed.maxX + dx, placed.maxY + dy, placed.maxZ);
       }

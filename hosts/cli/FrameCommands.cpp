@@ -2,6 +2,7 @@
 
 #include "cli/DrawingSession.hpp"
 #include "drawing/EntityScan.hpp"
+#include "shell/TakeoffCheck.hpp"
 
 namespace tq::cli {
 
@@ -54,21 +55,13 @@ int RunLocate(const Context& context, const std::string& drawing, double x, doub
 
 int RunCheck(const Context& context, const std::string& drawing) {
   DrawingSession session(context, drawing);
-  std::vector<ObjectId> with, without;
-  if (!CollectSheetNumberTexts(session.context(), with)) {
-    session.editor().Print(u"\n標準図が見つかりません。\n");
-    return 0;
-  }
-  SplitByInfoRecord(session.drawing(), with, without);
-  if (with.empty()) {
-    session.editor().Print(u"\n情報設定済の標準図が見つかりません。\n");
-    return 0;
-  }
+  std::optional<StandardDrawings> found = FindStandardDrawingsForTakeoff(session.context());
+  if (!found) return 0;
   std::ostream& out = *context.out;
-  out << "with information: " << with.size() << "\nwithout information: " << without.size() << '\n';
-  if (without.empty()) return 0;
+  out << "with information: " << found->with.size() << "\nwithout information: " << found->without.size() << '\n';
+  if (found->without.empty()) return 0;
   out << ToUtf8(u"情報が設定されていない標準図があります。") << '\n';
-  for (ObjectId id : without) out << ToUtf8(session.drawing().Handle(id)) << '\t' << ToUtf8(session.SheetName(id)) << '\n';
+  for (ObjectId id : found->without) out << ToUtf8(session.drawing().Handle(id)) << '\t' << ToUtf8(session.SheetName(id)) << '\n';
   return 0;
 }
 

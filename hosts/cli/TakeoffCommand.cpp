@@ -3,7 +3,7 @@
 #include "base/Paths.hpp"
 #include "cli/DrawingSession.hpp"
 #include "cli/Json.hpp"
-#include "drawing/EntityScan.hpp"
+#include "shell/TakeoffCheck.hpp"
 #include "output/FileOutput.hpp"
 #include "takeoff/TakeoffJob.hpp"
 
@@ -45,18 +45,10 @@ FileOutputChoices Choices(const Context& context, const TakeoffOptions& options)
 int RunTakeoff(const Context& context, const std::string& drawing, const TakeoffOptions& options) {
   DrawingSession session(context, drawing);
   std::ostream& out = *context.out;
-  std::vector<ObjectId> with, without;
-  if (!CollectSheetNumberTexts(session.context(), with)) {
-    session.editor().Print(u"\n標準図が見つかりません。\n");
-    return 0;
-  }
-  SplitByInfoRecord(session.drawing(), with, without);
-  if (with.empty()) {
-    session.editor().Print(u"\n情報設定済の標準図が見つかりません。\n");
-    return 0;
-  }
-  if (!without.empty() && !options.json) out << ToUtf8(u"情報が設定されていない標準図があります。") << '\n';
-  std::optional<TakeoffJob> job = TakeoffJob::Open(session.drawing(), *context.folders, with);
+  std::optional<StandardDrawings> found = FindStandardDrawingsForTakeoff(session.context());
+  if (!found) return 0;
+  if (!found->without.empty() && !options.json) out << ToUtf8(u"情報が設定されていない標準図があります。") << '\n';
+  std::optional<TakeoffJob> job = TakeoffJob::Open(session.drawing(), *context.folders, found->with);
   if (!job) {
     out << ToUtf8(u"情報が設定されていません。") << '\n';
     return 0;
