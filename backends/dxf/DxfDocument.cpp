@@ -215,33 +215,38 @@ void Document::WriteInsertions(std::string& out, uint32_t segment) const {
       if (e.segment == kNoSegment) out += EntryText(e);
 }
 
-size_t XDataSize(const std::vector<Tag>& tags) {
+namespace {
+std::string_view ValueOf(const Tag& t) { return t.value; }
+std::string_view ValueOf(const EditTag& t) { return t.value(); }
+
+// One tag of extended data, in bytes as AutoCAD stores it. Strings are UTF-16 from 2007 on;
+// counting each byte of the file's encoding as one unit never counts less than that.
+size_t XDataTagSize(int code, std::string_view value) {
+  if (code == 1000) return 3 + 2 * value.size();
+  if (code == 1001 || code == 1003 || code == 1005) return 9;
+  if (code == 1002) return 2;
+  if (code == 1004) return 2 + value.size() / 2;
+  if (code >= 1010 && code <= 1033) return 25;
+  if (code >= 1040 && code <= 1042) return 9;
+  if (code == 1070) return 3;
+  if (code == 1071) return 5;
+  return 1;
+}
+
+template <class Tags>
+size_t XDataSizeOf(const Tags& tags) {
   size_t size = 0;
   bool inXData = false;
-  for (const Tag& t : tags) {
+  for (const auto& t : tags) {
     if (t.code == 1001) inXData = true;
-    if (!inXData) continue;
-    size += 1;
-    // Strings are stored as UTF-16 from 2007 on; counting each byte of the file's encoding as
-    // one unit never counts less than AutoCAD stores.
-    if (t.code == 1000) size += 2 + 2 * t.value.size();
-    else if (t.code == 1001 || t.code == 1003 || t.code == 1005) size += 8;
-    else if (t.code == 1002) size += 1;
-    else if (t.code == 1004) size += 1 + t.value.size() / 2;
-    else if (t.code >= 1010 && t.code <= 1033) size += 24;
-    else if (t.code >= 1040 && t.code <= 1042) size += 8;
-    else if (t.code == 1070) size += 2;
-    else if (t.code == 1071) size += 4;
+    if (inXData) size += XDataTagSize(t.code, ValueOf(t));
   }
   return size;
 }
+}  // namespace
 
-size_t XDataSize(const TagList& tags) {
-  std::vector<Tag> views;
-  views.reserve(tags.size());
-  for (const EditTag& t : tags) views.push_back({t.code, t.value(), 0, 0, 0});
-  return XDataSize(views);
-}
+size_t XDataSize(const std::vector<Tag>& tags) { return XDataSizeOf(tags); }
+size_t XDataSize(const TagList& tags) { return XDataSizeOf(tags); }
 
 void Document::CheckXDataLimits() const {
   for (uint32_t i = 0; i < records_.size(); ++i) {

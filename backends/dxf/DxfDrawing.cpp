@@ -1,6 +1,7 @@
 #include "dxf/DxfDrawing.hpp"
 
 #include <algorithm>
+#include <thread>
 
 #include "base/Paths.hpp"
 #include "dxf/TagValues.hpp"
@@ -84,16 +85,32 @@ ExtentsCalculator& DxfDrawing::Calculator() const {
 
 Box DxfDrawing::WindowBox(uint32_t index) const { return Calculator().WindowBoxOf(index); }
 
+// The boxes of a large drawing are computed on two threads, each with a calculator of its
+// own over the unchanging document; the extents found are kept for later queries.
 void DxfDrawing::BuildIndex() const {
-  std::vector<Box> boxes;
   const auto& records = doc_->records();
   for (uint32_t i = 0; i < records.size(); ++i) {
     const EntityRecord& rec = records[i];
-    if (rec.block >= 0 || rec.owner != 0 || rec.paperSpace) continue;
-    indexedRecords_.push_back(i);
-    boxes.push_back(WindowBox(i));
+    if (rec.block < 0 && rec.owner == 0 && !rec.paperSpace) indexedRecords_.push_back(i);
   }
-  index_ = std::make_unique<SpatialIndex>(std::move(boxes));
+  size_t n = indexedRecords_.size();
+  std::vector<Box> windows(n), extents(n);
+  auto compute = [&](size_t from, size_t to) {
+    ExtentsCalculator calculator(*doc_);
+    for (size_t k = from; k < to; ++k) {
+      extents[k] = calculator.BoxOf(indexedRecords_[k]);
+      windows[k] = calculator.WindowBoxOf(indexedRecords_[k]);
+    }
+  };
+  if (n > 20000 && std::thread::hardware_concurrency() > 1) {
+    std::thread second(compute, n / 2, n);
+    compute(0, n / 2);
+    second.join();
+  } else {
+    compute(0, n);
+  }
+  for (size_t k = 0; k < n; ++k) Calculator().Seed(indexedRecords_[k], extents[k]);
+  index_ = std::make_unique<SpatialIndex>(std::move(windows));
 }
 
 std::vector<ObjectId> DxfDrawing::SelectWindow(const SelectionFilter& filter, const Rect& window) const {
@@ -300,12 +317,9 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   uint32_t index = id.value - 1;
   TagList& tags = doc_->Edit(index);
-  TagList before = tags;
-  WriteXDataLines(tags, application, lines, doc_->codec());
-  if (XDataSize(tags) > kXDataLimit) {
-    tags = std::move(before);
-    return EditResult::TooLarge;
-  }
+  TagList group = XDataGroup(application, lines, doc_->codec());
+  if (XDataSize(XDataWithout(tags, application, doc_->codec())) + XDataSize(group) > kXDataLimit) return EditResult::TooLarge;
+  ReplaceXDataGroup(tags, application, std::move(group), doc_->codec());
   // AutoCAD refuses a drawing whose extended data names an unregistered application.
   if (!doc_->FindAppId(application)) doc_->AddAppId(application);
   doc_->Commit(index);

@@ -230,6 +230,15 @@ Box ExtentsCalculator::BoxOf(uint32_t index) {
   return box;
 }
 
+void ExtentsCalculator::Seed(uint32_t index, const Box& box) {
+  if (index >= boxes_.size()) {
+    boxes_.resize(doc_.records().size());
+    known_.resize(doc_.records().size());
+  }
+  boxes_[index] = box;
+  known_[index] = 1;
+}
+
 Box ExtentsCalculator::WindowBoxOf(uint32_t index) {
   Box box = BoxOf(index);
   std::string_view type = doc_.records()[index].type;

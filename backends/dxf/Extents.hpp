@@ -24,6 +24,8 @@ class ExtentsCalculator {
   Box BoxOf(uint32_t index);
   // The extents with a text's insertion point: what a window query looks at.
   Box WindowBoxOf(uint32_t index);
+  // Takes a box computed by another calculator of the same document.
+  void Seed(uint32_t index, const Box& box);
 
  private:
   Box Compute(uint32_t index);

@@ -66,7 +66,7 @@ std::vector<std::string> SplitEncoded(TextView line, const DxfCodec& codec, size
   return pieces;
 }
 
-void WriteXDataLines(TagList& tags, TextView application, const XDataLines& lines, const DxfCodec& codec) {
+TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec) {
   TagList group{NewTag(1001, codec.Encode(application))};
   for (const Text& line : lines) {
     std::vector<std::string> pieces = SplitEncoded(line, codec);
@@ -78,6 +78,22 @@ void WriteXDataLines(TagList& tags, TextView application, const XDataLines& line
     for (std::string& piece : pieces) group.push_back(NewTag(1000, std::move(piece)));
     group.push_back(NewTag(1002, "}"));
   }
+  return group;
+}
+
+void WriteXDataLines(TagList& tags, TextView application, const XDataLines& lines, const DxfCodec& codec) {
+  ReplaceXDataGroup(tags, application, XDataGroup(application, lines, codec), codec);
+}
+
+TagList XDataWithout(const TagList& tags, TextView application, const DxfCodec& codec) {
+  auto [begin, end] = FindGroup(tags, application, codec);
+  TagList rest;
+  for (size_t i = 0; i < tags.size(); ++i)
+    if ((i < begin || i >= end) && tags[i].code >= 1000) rest.push_back(tags[i]);
+  return rest;
+}
+
+void ReplaceXDataGroup(TagList& tags, TextView application, TagList group, const DxfCodec& codec) {
   auto [begin, end] = FindGroup(tags, application, codec);
   if (begin != end) {
     // Tags written as they were keep their original bytes.

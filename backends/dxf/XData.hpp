@@ -19,10 +19,15 @@ inline constexpr size_t kXDataStringLimit = 255;
 // Nothing when the entity holds no group of that name.
 std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec);
 
-// Replaces the group of `application` by these lines, or appends a new group at the end
-// of the entity's extended data. A line longer than one string may hold is written as
-// several strings inside a "{" … "}" pair.
+// The group of `application` holding these lines: a line longer than one string may hold
+// is written as several strings inside a "{" … "}" pair.
+TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec);
+// Replaces the group of `application` by `group`, or appends it at the end of the entity's
+// extended data.
+void ReplaceXDataGroup(TagList& tags, TextView application, TagList group, const DxfCodec& codec);
 void WriteXDataLines(TagList& tags, TextView application, const XDataLines& lines, const DxfCodec& codec);
+// The tags of the entity's other applications' groups, to size what a new group would add to.
+TagList XDataWithout(const TagList& tags, TextView application, const DxfCodec& codec);
 
 // Removes the group; false when there was none.
 bool RemoveXDataGroup(TagList& tags, TextView application, const DxfCodec& codec);

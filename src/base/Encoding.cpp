@@ -6,6 +6,7 @@
 #include <unicode/utf8.h>
 
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 
 namespace tq {
@@ -80,8 +81,10 @@ DecodedText DecodeTextFile(std::string_view bytes) {
   return {DecodeCodePage(bytes, SystemCodePage()), FileEncoding::SystemCodePage};
 }
 
+// ICU converters keep state: one conversion at a time (the DXF reader decodes on two threads).
 struct CodePage::Converters {
   Converter decoder, bestFit, exact;
+  std::mutex lock;
 };
 
 CodePage::CodePage(const std::string& name) : name_(name), converters_(std::make_unique<Converters>()) {
@@ -100,6 +103,7 @@ CodePage::CodePage(CodePage&&) noexcept = default;
 CodePage& CodePage::operator=(CodePage&&) noexcept = default;
 
 Text CodePage::Decode(std::string_view bytes) const {
+  std::lock_guard<std::mutex> guard(converters_->lock);
   Text out(bytes.size() * 2 + 1, u'\0');
   UErrorCode status = U_ZERO_ERROR;
   ucnv_resetToUnicode(converters_->decoder.get());
@@ -124,10 +128,12 @@ std::optional<std::string> FromUnicode(UConverter* c, TextView text) {
 }  // namespace
 
 std::string CodePage::Encode(TextView text) const {
+  std::lock_guard<std::mutex> guard(converters_->lock);
   return FromUnicode(converters_->bestFit.get(), text).value_or(std::string());
 }
 
 std::optional<std::string> CodePage::EncodeExact(TextView text) const {
+  std::lock_guard<std::mutex> guard(converters_->lock);
   return FromUnicode(converters_->exact.get(), text);
 }
 
