@@ -48,6 +48,8 @@ int Main(int argc, char** argv) {
                "Settings come from the host settings file: --ini FILE, else TQ_HOST_INI, else the\n"
                "bundled example installation."};
   app.require_subcommand(1);
+  app.footer("Global options may stand before or after the command name. Exit status: 0 on success, 1 with a\n"
+             "one-line message when a file cannot be read or a value is wrong, 2 on a usage error.");
   GlobalOptions options;
   app.add_option("--ini", options.ini, "host settings file (the host add-in's ini)");
   app.add_option("--codepage", options.codepage, "system code page of text files (default CP932, or TQ_CODEPAGE)");
