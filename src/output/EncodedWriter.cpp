@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <unordered_map>
 
 #include "base/Encoding.hpp"
 #include "base/Paths.hpp"
@@ -10,27 +11,25 @@ namespace tq {
 
 namespace {
 
-// The bytes of each unit in the system code page, converted once.
+// The bytes of each unit in the system code page, converted once per unit and code page
+// (an output file uses a few hundred distinct characters, written many thousand times).
 class UnitTable {
  public:
-  explicit UnitTable(const std::string& codePage) : codePage_(codePage), bestFit_(65536), exact_(65536) {}
+  struct Bytes {
+    std::string bestFit;               // with the code page's best fit and default character
+    std::optional<std::string> exact;  // nothing when the code page cannot hold the unit
+  };
+  explicit UnitTable(const std::string& codePage) : codePage_(codePage) {}
   const std::string& name() const { return codePage_.name(); }
-  const std::string& BestFit(char16_t unit) {
-    std::optional<std::string>& b = bestFit_[unit];
-    if (!b) b = codePage_.Encode(TextView(&unit, 1));
-    return *b;
-  }
-  const std::optional<std::string>& Exact(char16_t unit) {
-    auto& e = exact_[unit];
-    if (!e) e = codePage_.EncodeExact(TextView(&unit, 1)).value_or(std::string());  // empty: not held
-    return *e ? *e : kNone;
+  const Bytes& Of(char16_t unit) {
+    auto [found, inserted] = units_.try_emplace(unit);
+    if (inserted) found->second = {codePage_.Encode(TextView(&unit, 1)), codePage_.EncodeExact(TextView(&unit, 1))};
+    return found->second;
   }
 
  private:
   CodePage codePage_;
-  std::vector<std::optional<std::string>> bestFit_;
-  std::vector<std::optional<std::optional<std::string>>> exact_;
-  static inline const std::optional<std::string> kNone;
+  std::unordered_map<char16_t, Bytes> units_;
 };
 
 UnitTable& TableFor(const std::string& codePage) {
@@ -58,9 +57,9 @@ std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
     case TextMode::Utf8: {
       if (u < 0x80) return (u == u'\n' && options.lineEnd) ? std::string("\r\n") : std::string(1, static_cast<char>(u));
       if (mode == TextMode::Utf8) return Utf8Unit(u);
-      UnitTable& table = TableFor(SystemCodePage());
-      if (!options.escape) return table.BestFit(u);
-      if (const auto& exact = table.Exact(u); exact && !exact->empty()) return *exact;
+      const UnitTable::Bytes& bytes = TableFor(SystemCodePage()).Of(u);
+      if (!options.escape) return bytes.bestFit;
+      if (bytes.exact) return *bytes.exact;
       char escape[8];
       std::snprintf(escape, sizeof escape, "\\U+%04X", static_cast<unsigned>(u));
       return escape;
