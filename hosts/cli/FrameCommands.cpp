@@ -83,6 +83,11 @@ int RunMark(const Context& context, const std::string& drawing, const MarkOption
     if (sheets.size() == before) throw UserError("no standard drawing has the sheet name " + name);
   }
   MarkFrames(session.context(), sheets, !options.restore);
+  std::ostream& out = *context.out;
+  if (!session.drawing().document().modified() && options.output.empty()) {
+    out << "nothing to " << (options.restore ? "restore" : "mark") << "; the drawing is left as it was\n";
+    return 0;
+  }
   std::filesystem::path target = options.output.empty() ? session.path()
                                                         : std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
   try {
@@ -90,7 +95,6 @@ int RunMark(const Context& context, const std::string& drawing, const MarkOption
   } catch (const std::exception& e) {
     throw UserError(e.what());
   }
-  std::ostream& out = *context.out;
   out << (options.restore ? "restored" : "marked") << " the frames of " << sheets.size() << " standard drawings";
   for (ObjectId id : sheets) out << ' ' << ToUtf8(session.SheetName(id));
   out << "\nsaved " << Utf8Path(target) << '\n';

@@ -114,3 +114,14 @@ TEST(TqstdMark, OutputToAnotherFileLeavesTheDrawingUntouched) {
   EXPECT_EQ(dir.Read("d.dxf"), original);
   EXPECT_NE(dir.Read("out.dxf"), original);
 }
+
+TEST(TqstdMark, NothingToMarkLeavesTheDrawingAndMakesNoBackup) {
+  TempDir dir;
+  std::string original = tq::ReadFileBytes(kExample).value();
+  dir.Write("d.dxf", original);
+  auto r = RunTqstd("mark --restore " + (dir / "d.dxf").string() + kIni);
+  ASSERT_EQ(r.status, 0) << r.out;
+  EXPECT_NE(r.out.find("nothing to restore"), std::string::npos) << r.out;
+  EXPECT_FALSE(std::filesystem::exists(dir / "d.dxf.bak"));
+  EXPECT_EQ(dir.Read("d.dxf"), original);
+}
