@@ -68,10 +68,7 @@ int Main(int argc, char** argv) {
   } catch (const CLI::ValidationError& e) {
     std::cerr << "tqstd: " << e.what() << '\n';
     return 2;
-  } catch (const UserError& e) {
-    std::cerr << "tqstd: " << e.what() << '\n';
-    return 1;
-  } catch (const std::exception& e) {
+  } catch (const std::exception& e) {  // a UserError, or a failure the commands did not foresee
     std::cerr << "tqstd: " << e.what() << '\n';
     return 1;
   }
