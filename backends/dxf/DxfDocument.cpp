@@ -148,25 +148,24 @@ size_t Document::AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegme
   return table.size() - 1;
 }
 
-size_t Document::AddAppId(TextView name) {
-  TagList tags{EditTag(0, std::string("APPID"))};
+// The head of a table entry: its type, the subclass markers from R13 on, its name and flags.
+TagList Document::TableEntryTags(std::string type, std::string subclass, TextView name) const {
+  TagList tags{EditTag(0, std::move(type))};
   if (!isR12()) {
     tags.push_back(EditTag(100, std::string("AcDbSymbolTableRecord")));
-    tags.push_back(EditTag(100, std::string("AcDbRegAppTableRecord")));
+    tags.push_back(EditTag(100, std::move(subclass)));
   }
   tags.push_back(EditTag(2, codec_->Encode(name)));
   tags.push_back(EditTag(70, FormatInt(70, 0)));
-  return AddTableEntry(appIds_, appIdTableEnd_, appIdTableHandle_, std::move(tags), name);
+  return tags;
+}
+
+size_t Document::AddAppId(TextView name) {
+  return AddTableEntry(appIds_, appIdTableEnd_, appIdTableHandle_, TableEntryTags("APPID", "AcDbRegAppTableRecord", name), name);
 }
 
 size_t Document::AddLayer(TextView name) {
-  TagList tags{EditTag(0, std::string("LAYER"))};
-  if (!isR12()) {
-    tags.push_back(EditTag(100, std::string("AcDbSymbolTableRecord")));
-    tags.push_back(EditTag(100, std::string("AcDbLayerTableRecord")));
-  }
-  tags.push_back(EditTag(2, codec_->Encode(name)));
-  tags.push_back(EditTag(70, FormatInt(70, 0)));
+  TagList tags = TableEntryTags("LAYER", "AcDbLayerTableRecord", name);
   tags.push_back(EditTag(62, FormatInt(62, 7)));
   tags.push_back(EditTag(6, std::string("CONTINUOUS")));
   return AddTableEntry(layers_, layerTableEnd_, layerTableHandle_, std::move(tags), name);
@@ -216,8 +215,6 @@ void Document::WriteInsertions(std::string& out, uint32_t segment) const {
 }
 
 namespace {
-std::string_view ValueOf(const Tag& t) { return t.value; }
-std::string_view ValueOf(const EditTag& t) { return t.value(); }
 
 // One tag of extended data, in bytes as AutoCAD stores it. Strings are UTF-16 from 2007 on;
 // counting each byte of the file's encoding as one unit never counts less than that.

@@ -144,6 +144,7 @@ class Document {
   const std::string* ReplacementOf(const Segment& segment) const {
     return segment.replacement < 0 ? nullptr : &replacements_[static_cast<size_t>(segment.replacement)];
   }
+  TagList TableEntryTags(std::string type, std::string subclass, TextView name) const;
   size_t AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegment, const std::string& tableHandle,
                        TagList tags, TextView name);
 

@@ -33,6 +33,10 @@ class EditTag {
 
 using TagList = std::vector<EditTag>;
 
+// The value of a tag read from the file or from an edit, for code that handles both.
+inline std::string_view ValueOf(const Tag& tag) { return tag.value; }
+inline std::string_view ValueOf(const EditTag& tag) { return tag.value(); }
+
 // The tags of `bytes`, viewing them: `bytes` must outlive the list.
 TagList ParseTags(std::string_view bytes);
 // The tags of `bytes` without copying: views into the bytes.

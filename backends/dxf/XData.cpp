@@ -4,9 +4,6 @@ namespace tq::dxf {
 
 namespace {
 
-std::string_view ValueOf(const Tag& tag) { return tag.value; }
-std::string_view ValueOf(const EditTag& tag) { return tag.value(); }
-
 template <class TagT>
 bool IsGroupOf(const TagT& tag, TextView application, const DxfCodec& codec) {
   return tag.code == 1001 && EqualNoCase(codec.Decode(TrimNumber(ValueOf(tag))), application);

@@ -1,6 +1,6 @@
 #include "cli/DrawingSession.hpp"
 
-#include "base/Format.hpp"
+#include "drawing/EntityScan.hpp"
 
 namespace tq::cli {
 
@@ -27,10 +27,14 @@ Text DrawingSession::SheetName(ObjectId id) const {
   return name;
 }
 
-int DrawingSession::RecordCount(ObjectId id) const {
-  int n = 0;
-  while (drawing_->ReadXData(id, Format(u"TQ_STDINF%02d", {n + 1}))) ++n;
-  return n;
+std::vector<ObjectId> DrawingSession::SheetsNamed(const std::string& name) {
+  std::vector<ObjectId> texts, named;
+  CollectSheetNumberTexts(*drawingContext_, texts);
+  Text wanted = FromUtf8(name);
+  for (ObjectId id : texts)
+    if (SheetName(id) == wanted || drawing_->TextData(id)->string == wanted) named.push_back(id);
+  if (named.empty()) throw UserError("no standard drawing has the sheet name " + name);
+  return named;
 }
 
 }  // namespace tq::cli

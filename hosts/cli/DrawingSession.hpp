@@ -21,8 +21,9 @@ class DrawingSession {
   const std::filesystem::path& path() const { return path_; }
   // The sheet names of the drawing's standard drawings as the dialogs show them.
   Text SheetName(ObjectId id) const;
-  // How many records "TQ_STDINF01", "TQ_STDINF02", … the text holds, up to the first gap.
-  int RecordCount(ObjectId id) const;
+  // The sheet-number texts whose sheet name (as shown, or as written) is `name`, in
+  // selection order; throws UserError when there is none.
+  std::vector<ObjectId> SheetsNamed(const std::string& name);
 
  private:
   std::filesystem::path path_;

@@ -2,6 +2,7 @@
 
 #include "cli/DrawingSession.hpp"
 #include "drawing/EntityScan.hpp"
+#include "info/StdInfRecord.hpp"
 #include "shell/TakeoffCheck.hpp"
 
 namespace tq::cli {
@@ -28,7 +29,7 @@ int RunSheets(const Context& context, const std::string& drawing) {
     if (LocateFrame(session.context(), session.drawing().TextData(id)->position, polygon, &cell))
       where = std::to_string(cell.row) + "," + std::to_string(cell.column);
     out << ToUtf8(session.drawing().Handle(id)) << '\t' << ToUtf8(session.SheetName(id)) << '\t' << where << '\t'
-        << session.RecordCount(id) << '\n';
+        << CountInfoRecords(session.drawing(), id) << '\n';
   }
   return 0;
 }
@@ -67,20 +68,15 @@ int RunCheck(const Context& context, const std::string& drawing) {
 
 int RunMark(const Context& context, const std::string& drawing, const MarkOptions& options) {
   DrawingSession session(context, drawing);
-  std::vector<ObjectId> all, sheets;
-  CollectSheetNumberTexts(session.context(), all);
+  std::vector<ObjectId> sheets;
   if (options.sheets.empty()) {
-    sheets = all;
-    std::vector<ObjectId> without;
-    SplitByInfoRecord(session.drawing(), sheets, without);
-    sheets = without;
+    std::vector<ObjectId> with;
+    CollectSheetNumberTexts(session.context(), with);
+    SplitByInfoRecord(session.drawing(), with, sheets);
   }
   for (const std::string& name : options.sheets) {
-    Text wanted = FromUtf8(name);
-    size_t before = sheets.size();
-    for (ObjectId id : all)
-      if (session.SheetName(id) == wanted || session.drawing().TextData(id)->string == wanted) sheets.push_back(id);
-    if (sheets.size() == before) throw UserError("no standard drawing has the sheet name " + name);
+    std::vector<ObjectId> named = session.SheetsNamed(name);
+    sheets.insert(sheets.end(), named.begin(), named.end());
   }
   MarkFrames(session.context(), sheets, !options.restore);
   std::ostream& out = *context.out;

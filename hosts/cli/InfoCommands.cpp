@@ -44,12 +44,7 @@ std::optional<ObjectId> FindSheet(DrawingSession& session, const InfoOptions& op
     }
     return id;
   }
-  std::vector<ObjectId> texts;
-  CollectSheetNumberTexts(session.context(), texts);
-  Text wanted = FromUtf8(options.sheet);
-  for (ObjectId id : texts)
-    if (session.SheetName(id) == wanted || session.drawing().TextData(id)->string == wanted) return id;
-  throw UserError("no standard drawing has the sheet name " + options.sheet);
+  return session.SheetsNamed(options.sheet).front();
 }
 
 void PrintJson(std::ostream& out, DrawingSession& session, ObjectId id, const StdInfRecords& records) {

@@ -1,6 +1,6 @@
 #pragma once
-// The editor of a host without a screen: messages go to a stream, points come from a list.
-#include <deque>
+// The editor of a host without a screen: messages go to a stream; a point asked for is
+// answered with cancel (commands take their points as arguments).
 #include <ostream>
 
 #include "base/Text.hpp"
@@ -12,9 +12,6 @@ class ConsoleEditor : public Editor {
  public:
   explicit ConsoleEditor(std::ostream& out) : out_(out) {}
 
-  // Points answered by GetPoint in turn; when they run out, GetPoint answers cancel.
-  void QueuePoint(PickResult result) { points_.push_back(result); }
-
   void ActivateDrawingWindow() override {}
   PickResult GetPoint(TextView prompt) override;
   void Print(TextView text) override;
@@ -24,7 +21,6 @@ class ConsoleEditor : public Editor {
 
  private:
   std::ostream& out_;
-  std::deque<PickResult> points_;
 };
 
 }  // namespace tq

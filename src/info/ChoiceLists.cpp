@@ -10,8 +10,7 @@ bool SelectsAMaterial(TextView abText) { return EqualNoCase(abText, u"A") || Equ
 ChoiceFolders FindChoiceFolders(const Folders& folders) {
   ChoiceFolders result;
   if (std::optional<Text> folder = folders.AddinDataFolder()) result.choiceFolder = *folder;
-  if (std::optional<Text> data = TqComn_GetEnv(folders.host().HostIniFile(), u"Custom", u"標準図ﾃﾞｰﾀ"))
-    result.stdDataFolder = folders.StdDataFolder();
+  result.stdDataFolder = folders.StdDataFolder();
   result.attributeIdTable = folders.StdPartsFile(u"属性IDパラメータ.csv");
   return result;
 }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "support/RunTqstd.hpp"
+#include "support/RunCommand.hpp"
 
 using tq::test::RunTqstd;
 
