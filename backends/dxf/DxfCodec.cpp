@@ -101,6 +101,10 @@ Text DxfCodec::Decode(std::string_view raw) const {
 }
 
 std::string DxfCodec::Encode(TextView text) const {
+  // ASCII is the same bytes in every code page a drawing names, as Decode takes it.
+  bool ascii = true;
+  for (char16_t c : text) ascii = ascii && c < 0x80;
+  if (ascii) return std::string(text.begin(), text.end());
   if (!codePage_) return ToUtf8(text);
   if (std::optional<std::string> exact = codePage_->EncodeExact(text)) return *exact;
   std::string out;

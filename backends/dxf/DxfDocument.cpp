@@ -51,9 +51,21 @@ void Document::TagsInto(uint32_t index, std::vector<Tag>& tags) const {
   while (tagger.Next(tag) == Tagger::Result::Tag) tags.push_back(tag);
 }
 
+void Document::XDataTagsInto(uint32_t index, std::vector<Tag>& tags) const {
+  const EntityRecord& rec = records_[index];
+  if (rec.edit || !rec.xdataBegin) {
+    TagsInto(index, tags);
+    return;
+  }
+  tags.clear();
+  Tagger tagger(std::string_view(bytes_).substr(rec.xdataBegin, rec.end - rec.xdataBegin));
+  Tag tag;
+  while (tagger.Next(tag) == Tagger::Result::Tag) tags.push_back(tag);
+}
+
 bool Document::MayHaveXData(uint32_t index) const {
   const EntityRecord& rec = records_[index];
-  if (!rec.edit) return rec.hasXData;
+  if (!rec.edit) return rec.xdataBegin != 0;
   for (const EditTag& t : *rec.edit)
     if (t.code == 1001) return true;
   return false;
@@ -214,8 +226,6 @@ void Document::WriteInsertions(std::string& out, uint32_t segment) const {
       if (e.segment == kNoSegment) out += EntryText(e);
 }
 
-namespace {
-
 // One tag of extended data, in bytes as AutoCAD stores it. Strings are UTF-16 from 2007 on;
 // counting each byte of the file's encoding as one unit never counts less than that.
 size_t XDataTagSize(int code, std::string_view value) {
@@ -229,6 +239,8 @@ size_t XDataTagSize(int code, std::string_view value) {
   if (code == 1071) return 5;
   return 1;
 }
+
+namespace {
 
 template <class Tags>
 size_t XDataSizeOf(const Tags& tags) {

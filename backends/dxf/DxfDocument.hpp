@@ -45,7 +45,7 @@ struct EntityRecord {
   uint32_t owner = 0;  // for VERTEX, ATTRIB and SEQEND: index + 1 of the POLYLINE or INSERT
   bool paperSpace = false;
   bool erased = false;
-  bool hasXData = false;  // the file gave it extended data
+  uint32_t xdataBegin = 0;  // where the file's first group 1001 of it starts; 0 when it has none
   bool dirty = false;     // its edit is not yet written into its segment
   std::unique_ptr<TagList> edit;  // its tags once read for editing
 };
@@ -104,6 +104,8 @@ class Document {
   void TagsInto(uint32_t index, std::vector<Tag>& tags) const;
   // Whether the record may hold extended data (false means it surely holds none).
   bool MayHaveXData(uint32_t index) const;
+  // The record's tags from its first group 1001 on: all that extended data is read from.
+  void XDataTagsInto(uint32_t index, std::vector<Tag>& tags) const;
   std::string_view LayerRaw(uint32_t index) const;
   // The record's tags for editing; Commit marks them to be written into the record's segment
   // when the document is next serialised.
@@ -178,6 +180,7 @@ class Document {
 // Extended data of one entity, in bytes as AutoCAD counts them against its 16 KB limit.
 size_t XDataSize(const std::vector<Tag>& tags);
 size_t XDataSize(const TagList& tags);
+size_t XDataTagSize(int code, std::string_view value);
 inline constexpr size_t kXDataLimit = 16383;
 
 }  // namespace tq::dxf

@@ -309,7 +309,8 @@ void DxfDrawing::SetLayerLocked(TextView layer, bool locked) {
 
 std::optional<XDataLines> DxfDrawing::ReadXData(ObjectId id, TextView application) const {
   if (!Record(id) || !doc_->MayHaveXData(id.value - 1)) return std::nullopt;
-  return ReadXDataLines(doc_->Tags(id.value - 1), application, doc_->codec());
+  doc_->XDataTagsInto(id.value - 1, scratch_);
+  return ReadXDataLines(scratch_, application, doc_->codec());
 }
 
 EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XDataLines& lines) {
@@ -318,7 +319,7 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
   uint32_t index = id.value - 1;
   TagList& tags = doc_->Edit(index);
   TagList group = XDataGroup(application, lines, doc_->codec());
-  if (XDataSize(XDataWithout(tags, application, doc_->codec())) + XDataSize(group) > kXDataLimit) return EditResult::TooLarge;
+  if (XDataSizeWithout(tags, application, doc_->codec()) + XDataSize(group) > kXDataLimit) return EditResult::TooLarge;
   ReplaceXDataGroup(tags, application, std::move(group), doc_->codec());
   // AutoCAD refuses a drawing whose extended data names an unregistered application.
   if (!doc_->FindAppId(application)) doc_->AddAppId(application);

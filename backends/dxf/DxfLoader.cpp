@@ -330,7 +330,7 @@ void Loader::Entities(int32_t block) {
         case 8: rec.layer = t.value; break;
         case 62: rec.colour = static_cast<int>(std::strtol(std::string(TrimNumber(t.value)).c_str(), nullptr, 10)); break;
         case 67: rec.paperSpace = TrimNumber(t.value) == "1"; break;
-        case 1001: rec.hasXData = true; break;
+        case 1001: if (!rec.xdataBegin) rec.xdataBegin = t.offset; break;
         default: break;
       }
     });

@@ -1,5 +1,6 @@
 #include "dxf/TagList.hpp"
 
+#include <charconv>
 #include <cstdio>
 
 namespace tq::dxf {
@@ -27,10 +28,19 @@ std::vector<Tag> ViewTags(std::string_view bytes) {
   return tags;
 }
 
+namespace {
+// The number right-aligned in `width` places.
+void AppendPadded(std::string& out, long long value, size_t width) {
+  char digits[24];
+  char* end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+  size_t n = static_cast<size_t>(end - digits);
+  if (n < width) out.append(width - n, ' ');
+  out.append(digits, n);
+}
+}  // namespace
+
 void AppendTag(std::string& out, int code, std::string_view value, std::string_view lineEnd) {
-  char head[16];
-  int n = std::snprintf(head, sizeof head, "%3d", code);
-  out.append(head, static_cast<size_t>(n));
+  AppendPadded(out, code, 3);
   out += lineEnd;
   out += value;
   out += lineEnd;
@@ -57,11 +67,11 @@ std::string Serialize(const TagList& tags, std::string_view lineEnd) {
 
 // Short integers are written right-aligned in six places, as AutoCAD writes them.
 std::string FormatInt(int code, long long value) {
-  char buffer[32];
   bool padded = (code >= 60 && code <= 99) || (code >= 170 && code <= 179) || (code >= 270 && code <= 289) ||
                 (code >= 1060 && code <= 1071);
-  std::snprintf(buffer, sizeof buffer, padded ? "%6lld" : "%lld", value);
-  return buffer;
+  std::string out;
+  AppendPadded(out, value, padded ? 6 : 0);
+  return out;
 }
 
 std::string FormatDouble(double value) {

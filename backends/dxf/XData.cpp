@@ -1,5 +1,7 @@
 #include "dxf/XData.hpp"
 
+#include "dxf/DxfDocument.hpp"
+
 namespace tq::dxf {
 
 namespace {
@@ -82,12 +84,16 @@ void WriteXDataLines(TagList& tags, TextView application, const XDataLines& line
   ReplaceXDataGroup(tags, application, XDataGroup(application, lines, codec), codec);
 }
 
-TagList XDataWithout(const TagList& tags, TextView application, const DxfCodec& codec) {
+size_t XDataSizeWithout(const TagList& tags, TextView application, const DxfCodec& codec) {
   auto [begin, end] = FindGroup(tags, application, codec);
-  TagList rest;
-  for (size_t i = 0; i < tags.size(); ++i)
-    if ((i < begin || i >= end) && tags[i].code >= 1000) rest.push_back(tags[i]);
-  return rest;
+  size_t size = 0;
+  bool inXData = false;
+  for (size_t i = 0; i < tags.size(); ++i) {
+    if ((i >= begin && i < end) || tags[i].code < 1000) continue;
+    inXData = inXData || tags[i].code == 1001;
+    if (inXData) size += XDataTagSize(tags[i].code, tags[i].value());
+  }
+  return size;
 }
 
 void ReplaceXDataGroup(TagList& tags, TextView application, TagList group, const DxfCodec& codec) {

@@ -26,8 +26,8 @@ TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec
 // extended data.
 void ReplaceXDataGroup(TagList& tags, TextView application, TagList group, const DxfCodec& codec);
 void WriteXDataLines(TagList& tags, TextView application, const XDataLines& lines, const DxfCodec& codec);
-// The tags of the entity's other applications' groups, to size what a new group would add to.
-TagList XDataWithout(const TagList& tags, TextView application, const DxfCodec& codec);
+// The size of the entity's other applications' groups, which a new group is added to.
+size_t XDataSizeWithout(const TagList& tags, TextView application, const DxfCodec& codec);
 
 // Removes the group; false when there was none.
 bool RemoveXDataGroup(TagList& tags, TextView application, const DxfCodec& codec);

@@ -22,11 +22,12 @@ int RunSheets(const Context& context, const std::string& drawing) {
   std::vector<ObjectId> texts;
   CollectSheetNumberTexts(session.context(), texts);
   std::ostream& out = *context.out;
+  FrameGrid grid = LoadFrameGrid(session.context().settings, session.context().editor);
   for (ObjectId id : texts) {
     FramePolygon polygon;
     FrameCell cell;
     std::string where = "-";
-    if (LocateFrame(session.context(), session.drawing().TextData(id)->position, polygon, &cell))
+    if (LocateFrame(grid, session.drawing().TextData(id)->position, polygon, &cell))
       where = std::to_string(cell.row) + "," + std::to_string(cell.column);
     out << ToUtf8(session.drawing().Handle(id)) << '\t' << ToUtf8(session.SheetName(id)) << '\t' << where << '\t'
         << CountInfoRecords(session.drawing(), id) << '\n';

@@ -65,11 +65,14 @@ void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& shee
   {
     auto lock = context.drawing.LockForWrite();
     int colour = mark ? context.settings.ReadChangeColour() : 1;
+    // The grid is read once for all the frames; its warning is still given frame by frame.
+    FrameGridValues grid = context.settings.ReadFrameGrid();
     for (ObjectId id : sheetTexts) {
       std::optional<TextEntity> text = context.drawing.TextData(id);
       if (!text) continue;
+      WarnIfNoFrameGrid(grid, context.editor);
       FramePolygon polygon;
-      if (LocateFrame(context, text->position, polygon)) MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour);
+      if (LocateFrame(GridOf(grid), text->position, polygon)) MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour);
     }
   }
   markingBusy = false;

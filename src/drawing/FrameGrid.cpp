@@ -10,8 +10,16 @@ namespace tq {
 
 FrameGrid LoadFrameGrid(const StdSettings& settings, Editor& editor) {
   FrameGridValues values = settings.ReadFrameGrid();
-  if (values.dataFolderMissing) editor.Print(u"\nWARNING:ﾌﾚｰﾑ情報が取得出来ません.\n");
+  WarnIfNoFrameGrid(values, editor);
+  return GridOf(values);
+}
+
+FrameGrid GridOf(const FrameGridValues& values) {
   return {values.originX, values.originY, values.rows, values.columns, values.height, values.width};
+}
+
+void WarnIfNoFrameGrid(const FrameGridValues& values, Editor& editor) {
+  if (values.dataFolderMissing) editor.Print(u"\nWARNING:ﾌﾚｰﾑ情報が取得出来ません.\n");
 }
 
 FramePolygon MakeFramePolygon(const FrameGrid& grid, int row, int column) {
@@ -47,7 +55,10 @@ bool TryCell(const FrameGrid& grid, const Point3& point, int r, int c, FramePoly
 // A grid with no rows or no columns holds no frame (a count below 1 would otherwise never
 // end the search).
 bool LocateFrame(const DrawingContext& context, const Point3& point, FramePolygon& out, FrameCell* cell) {
-  FrameGrid grid = LoadFrameGrid(context.settings, context.editor);
+  return LocateFrame(LoadFrameGrid(context.settings, context.editor), point, out, cell);
+}
+
+bool LocateFrame(const FrameGrid& grid, const Point3& point, FramePolygon& out, FrameCell* cell) {
   if (grid.width > 0 && grid.height > 0) {
     double fr = std::floor((point.y - grid.originY) / grid.height), fc = std::floor((point.x - grid.originX) / grid.width);
     if (std::fabs(fr) > 1e9 || std::fabs(fc) > 1e9) return false;

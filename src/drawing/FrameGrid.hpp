@@ -28,6 +28,9 @@ struct DrawingContext {
 };
 
 FrameGrid LoadFrameGrid(const StdSettings& settings, Editor& editor);
+// LoadFrameGrid in two steps, for a caller that reads the grid once for many frames.
+FrameGrid GridOf(const FrameGridValues& values);
+void WarnIfNoFrameGrid(const FrameGridValues& values, Editor& editor);
 FramePolygon MakeFramePolygon(const FrameGrid& grid, int row, int column);
 // The frame (row, column) whose polygon holds the point, by LocateFrame's search.
 struct FrameCell {
@@ -36,6 +39,7 @@ struct FrameCell {
 
 bool PickStdPoint(Editor& editor, Point3& point);
 bool LocateFrame(const DrawingContext& context, const Point3& point, FramePolygon& out, FrameCell* cell = nullptr);
+bool LocateFrame(const FrameGrid& grid, const Point3& point, FramePolygon& out, FrameCell* cell = nullptr);
 bool PointInFrame(const Point3& point, const FramePolygon& polygon);
 bool FindSheetNumberText(const DrawingContext& context, const FramePolygon& polygon, ObjectId& out);
 bool IsSheetNumberText(const DrawingContext& context, ObjectId id);
