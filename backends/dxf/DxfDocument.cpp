@@ -84,12 +84,7 @@ TagList& Document::Edit(uint32_t index) {
   return *rec.edit;
 }
 
-std::string Document::EntityText(const EntityRecord& record) const {
-  return record.edit ? dxf::Serialize(*record.edit, lineEnd_)
-                     : std::string(std::string_view(bytes_).substr(record.begin, record.end - record.begin));
-}
-
-void Document::Replace(uint32_t segment, std::string text) const {
+void Document::Replace(uint32_t segment, std::string text) {
   Segment& seg = segments_[segment];
   // A record changed back to what it was is written from the file again.
   if (text == std::string_view(bytes_).substr(seg.begin, seg.end - seg.begin)) {
@@ -104,30 +99,12 @@ void Document::Replace(uint32_t segment, std::string text) const {
   replacements_[static_cast<size_t>(seg.replacement)] = std::move(text);
 }
 
-void Document::Commit(uint32_t index) {
-  EntityRecord& rec = records_[index];
-  modified_ = true;
-  if (rec.segment == kNoSegment || !rec.edit || rec.dirty) return;
-  rec.dirty = true;
-  dirty_.push_back(index);
-}
-
-void Document::FlushEdits() const {
-  for (uint32_t index : dirty_) {
-    // The flag is the record's own bookkeeping, not part of what it holds.
-    EntityRecord& rec = const_cast<EntityRecord&>(records_[index]);
-    rec.dirty = false;
-    if (!rec.erased) Replace(rec.segment, dxf::Serialize(*rec.edit, lineEnd_));
-  }
-  dirty_.clear();
-}
+void Document::Commit(uint32_t) { modified_ = true; }
 
 void Document::Erase(uint32_t index) {
   for (uint32_t i = index; i < records_.size(); ++i) {
     if (i != index && records_[i].owner != index + 1) break;
-    EntityRecord& rec = records_[i];
-    rec.erased = true;
-    if (rec.segment != kNoSegment) Replace(rec.segment, std::string());
+    records_[i].erased = true;
   }
   modified_ = true;
 }
@@ -150,7 +127,7 @@ size_t Document::AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegme
                                TagList tags, TextView name) {
   if (endSegment == kNoSegment) throw std::runtime_error("the drawing has no table to register \"" + ToUtf8(name) + "\" in");
   if (!isR12() && hasHandles_) {
-    TagList head{EditTag(5, FormatHandle(NewHandle())), EditTag(330, tableHandle)};
+    TagList head{EditTag(5, strings_.Keep(FormatHandle(NewHandle()))), EditTag(330, strings_.Keep(tableHandle))};
     tags.insert(tags.begin() + 1, head.begin(), head.end());
   }
   TableEntry& entry = table.emplace_back();
@@ -161,14 +138,14 @@ size_t Document::AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegme
 }
 
 // The head of a table entry: its type, the subclass markers from R13 on, its name and flags.
-TagList Document::TableEntryTags(std::string type, std::string subclass, TextView name) const {
-  TagList tags{EditTag(0, std::move(type))};
+TagList Document::TableEntryTags(Kept type, Kept subclass, TextView name) {
+  TagList tags{EditTag(0, type)};
   if (!isR12()) {
-    tags.push_back(EditTag(100, std::string("AcDbSymbolTableRecord")));
-    tags.push_back(EditTag(100, std::move(subclass)));
+    tags.emplace_back(100, "AcDbSymbolTableRecord");
+    tags.emplace_back(100, subclass);
   }
-  tags.push_back(EditTag(2, codec_->Encode(name)));
-  tags.push_back(EditTag(70, FormatInt(70, 0)));
+  tags.emplace_back(2, strings_.Keep(codec_->Encode(name)));
+  tags.emplace_back(70, "     0");
   return tags;
 }
 
@@ -178,8 +155,8 @@ size_t Document::AddAppId(TextView name) {
 
 size_t Document::AddLayer(TextView name) {
   TagList tags = TableEntryTags("LAYER", "AcDbLayerTableRecord", name);
-  tags.push_back(EditTag(62, FormatInt(62, 7)));
-  tags.push_back(EditTag(6, std::string("CONTINUOUS")));
+  tags.emplace_back(62, "     7");
+  tags.emplace_back(6, "CONTINUOUS");
   return AddTableEntry(layers_, layerTableEnd_, layerTableHandle_, std::move(tags), name);
 }
 
@@ -188,8 +165,8 @@ void Document::SetLayerFlags(size_t index, int flags) {
   if (entry.flags == flags) return;
   entry.flags = flags;
   if (!entry.edit) entry.edit = std::make_unique<TagList>(ParseTags(std::string_view(bytes_).substr(entry.begin, entry.end - entry.begin)));
-  if (EditTag* tag = FindTag(*entry.edit, 70)) SetTagInt(*tag, flags);
-  else entry.edit->push_back(EditTag(70, FormatInt(70, flags)));
+  if (EditTag* tag = FindTag(*entry.edit, 70)) SetTagInt(*tag, flags, strings_);
+  else entry.edit->emplace_back(70, strings_.Keep(FormatInt(70, flags)));
   modified_ = true;
   if (entry.segment != kNoSegment) Replace(entry.segment, dxf::Serialize(*entry.edit, lineEnd_));
 }
@@ -210,20 +187,45 @@ uint64_t Document::NewHandle() {
   return handle;
 }
 
-std::string Document::EntryText(const TableEntry& entry) const {
-  return entry.edit ? dxf::Serialize(*entry.edit, lineEnd_) : std::string();
-}
-
-void Document::WriteInsertions(std::string& out, uint32_t segment) const {
+void Document::AppendInsertions(std::string& out, uint32_t segment) const {
   if (segment == entitiesEnd_)
     for (uint32_t i : newRecords_)
-      if (!records_[i].erased) out += EntityText(records_[i]);
-  if (segment == appIdTableEnd_)
-    for (const TableEntry& e : appIds_)
-      if (e.segment == kNoSegment) out += EntryText(e);
-  if (segment == layerTableEnd_)
-    for (const TableEntry& e : layers_)
-      if (e.segment == kNoSegment) out += EntryText(e);
+      if (!records_[i].erased) AppendSerialized(out, *records_[i].edit, lineEnd_);
+  for (auto [table, end] : {std::pair{&appIds_, appIdTableEnd_}, std::pair{&layers_, layerTableEnd_}})
+    if (segment == end)
+      for (const TableEntry& e : *table)
+        if (e.segment == kNoSegment) AppendSerialized(out, *e.edit, lineEnd_);
+}
+
+template <class Sink>
+void Document::WriteTo(Sink&& sink) const {
+  // Adjacent runs of the file go out as one piece.
+  uint32_t runBegin = 0, runEnd = 0;
+  auto flushRun = [&] {
+    if (runEnd > runBegin) sink(std::string_view(bytes_).substr(runBegin, runEnd - runBegin));
+    runBegin = runEnd = 0;
+  };
+  std::string text;
+  for (uint32_t i = 0; i < segments_.size(); ++i) {
+    const Segment& s = segments_[i];
+    text.clear();
+    AppendInsertions(text, i);
+    bool fromFile = true;
+    if (s.record != kNoRecord) {
+      const EntityRecord& rec = records_[s.record];
+      if (rec.edit && !rec.erased) AppendSerialized(text, *rec.edit, lineEnd_);
+      fromFile = !rec.edit && !rec.erased;
+    } else if (const std::string* replacement = ReplacementOf(s)) {
+      text += *replacement;
+      fromFile = false;
+    }
+    if (!text.empty()) flushRun(), sink(std::string_view(text));
+    if (!fromFile) continue;
+    if (runEnd == s.begin && runEnd > runBegin) runEnd = s.end;
+    else flushRun(), runBegin = s.begin, runEnd = s.end;
+  }
+  flushRun();
+  sink(std::string_view(tail_));
 }
 
 // One tag of extended data, in bytes as AutoCAD stores it. Strings are UTF-16 from 2007 on;
@@ -268,16 +270,9 @@ void Document::CheckXDataLimits() const {
 }
 
 std::string Document::Serialize() const {
-  FlushEdits();
   std::string out;
   out.reserve(bytes_.size() + 4096);
-  for (uint32_t i = 0; i < segments_.size(); ++i) {
-    WriteInsertions(out, i);
-    const Segment& s = segments_[i];
-    if (const std::string* text = ReplacementOf(s)) out += *text;
-    else out.append(bytes_, s.begin, s.end - s.begin);
-  }
-  out += tail_;
+  WriteTo([&](std::string_view piece) { out += piece; });
   return out;
 }
 
@@ -298,7 +293,6 @@ struct File {
 
 void Document::Save(const std::filesystem::path& path) const {
   CheckXDataLimits();
-  FlushEdits();
   std::filesystem::path folder = path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
   std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
   int fd = mkstemp(temp.data());
@@ -309,31 +303,10 @@ void Document::Save(const std::filesystem::path& path) const {
     SaveFailed(path, why);
   };
   if (!file.f) close(fd), fail(std::strerror(errno));
-  // Adjacent runs of the file go out in one write.
+  std::vector<char> buffer(1 << 20);
+  std::setvbuf(file.f, buffer.data(), _IOFBF, buffer.size());
   bool ok = true;
-  uint32_t runBegin = 0, runEnd = 0;
-  auto flushRun = [&] {
-    if (runEnd > runBegin) ok = ok && std::fwrite(bytes_.data() + runBegin, 1, runEnd - runBegin, file.f) == runEnd - runBegin;
-    runBegin = runEnd = 0;
-  };
-  for (uint32_t i = 0; i < segments_.size(); ++i) {
-    std::string inserted;
-    WriteInsertions(inserted, i);
-    const Segment& s = segments_[i];
-    const std::string* text = ReplacementOf(s);
-    if (!inserted.empty() || text) {
-      flushRun();
-      ok = ok && std::fwrite(inserted.data(), 1, inserted.size(), file.f) == inserted.size();
-      if (text) {
-        ok = ok && std::fwrite(text->data(), 1, text->size(), file.f) == text->size();
-        continue;
-      }
-    }
-    if (runEnd == s.begin && runEnd > runBegin) runEnd = s.end;
-    else flushRun(), runBegin = s.begin, runEnd = s.end;
-  }
-  flushRun();
-  ok = ok && std::fwrite(tail_.data(), 1, tail_.size(), file.f) == tail_.size();
+  WriteTo([&](std::string_view piece) { ok = ok && std::fwrite(piece.data(), 1, piece.size(), file.f) == piece.size(); });
   ok = ok && std::fflush(file.f) == 0 && fsync(fileno(file.f)) == 0;
   struct stat st;
   if (ok && ::stat(path.c_str(), &st) == 0) fchmod(fileno(file.f), st.st_mode & 07777);

@@ -23,13 +23,16 @@ struct Problem {
 };
 
 inline constexpr uint32_t kNoSegment = UINT32_MAX;
+inline constexpr uint32_t kNoRecord = UINT32_MAX;
 
 // A run of the file, written back as it stands unless replaced (by the text at index
-// `replacement` of the document's replacements).
+// `replacement` of the document's replacements) or, for the run of an entity, unless the
+// entity was edited or erased.
 struct Segment {
-  Segment(uint32_t b, uint32_t e) : begin(b), end(e) {}
+  Segment(uint32_t b, uint32_t e, uint32_t r = kNoRecord) : begin(b), end(e), record(r) {}
   uint32_t begin = 0, end = 0;
   int32_t replacement = -1;
+  uint32_t record = kNoRecord;
 };
 
 // An entity of the ENTITIES section or of a block definition.
@@ -46,8 +49,7 @@ struct EntityRecord {
   bool paperSpace = false;
   bool erased = false;
   uint32_t xdataBegin = 0;  // where the file's first group 1001 of it starts; 0 when it has none
-  bool dirty = false;     // its edit is not yet written into its segment
-  std::unique_ptr<TagList> edit;  // its tags once read for editing
+  std::unique_ptr<TagList> edit;  // its tags once read for editing, written in place of its bytes
 };
 
 // An entry of the LAYER or APPID table.
@@ -107,10 +109,12 @@ class Document {
   // The record's tags from its first group 1001 on: all that extended data is read from.
   void XDataTagsInto(uint32_t index, std::vector<Tag>& tags) const;
   std::string_view LayerRaw(uint32_t index) const;
-  // The record's tags for editing; Commit marks them to be written into the record's segment
-  // when the document is next serialised.
+  // The record's tags for editing, written in place of its bytes from then on; Commit
+  // notes the document changed.
   TagList& Edit(uint32_t index);
   void Commit(uint32_t index);
+  // Where the values of edited tags are kept.
+  StringStore& strings() { return strings_; }
   void Erase(uint32_t index);
   // A new entity of the ENTITIES section, written at its end; returns its index.
   uint32_t AddEntity(TagList tags);
@@ -137,16 +141,16 @@ class Document {
  private:
   friend class Loader;
   Document() = default;
-  std::string EntityText(const EntityRecord& record) const;
-  std::string EntryText(const TableEntry& entry) const;
-  void WriteInsertions(std::string& out, uint32_t segment) const;
-  void FlushEdits() const;
+  void AppendInsertions(std::string& out, uint32_t segment) const;
+  // The whole file in pieces, in order: runs of the file's bytes and written text.
+  template <class Sink>
+  void WriteTo(Sink&& sink) const;
   // The segment is written as `text`, or as the file's bytes again when `text` equals them.
-  void Replace(uint32_t segment, std::string text) const;
+  void Replace(uint32_t segment, std::string text);
   const std::string* ReplacementOf(const Segment& segment) const {
     return segment.replacement < 0 ? nullptr : &replacements_[static_cast<size_t>(segment.replacement)];
   }
-  TagList TableEntryTags(std::string type, std::string subclass, TextView name) const;
+  TagList TableEntryTags(Kept type, Kept subclass, TextView name);
   size_t AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegment, const std::string& tableHandle,
                        TagList tags, TextView name);
 
@@ -155,10 +159,9 @@ class Document {
   std::string version_ = "AC1009";
   std::string dwgCodePage_ = "ANSI_1252";
   std::string lineEnd_ = "\n";
-  // Edits are written into their segments lazily (FlushEdits), so these change in const calls.
-  mutable std::vector<Segment> segments_;
-  mutable std::vector<std::string> replacements_;
-  mutable std::vector<uint32_t> dirty_;
+  std::vector<Segment> segments_;
+  std::vector<std::string> replacements_;
+  StringStore strings_;
   std::vector<std::unique_ptr<std::string>> ownedTypes_;  // the type names of new entities
   std::vector<EntityRecord> records_;
   std::vector<uint32_t> newRecords_;

@@ -14,7 +14,6 @@ ObjectId IdOf(uint32_t index) { return ObjectId{index + 1}; }
 
 Point3 PointOf(const std::vector<Tag>& tags, int code) { return FirstPoint(tags, code).value_or(Point3{}); }
 
-EditTag NewTag(int code, std::string value) { return EditTag(code, std::move(value)); }
 
 class DxfWriteLock : public Drawing::WriteLock {};
 
@@ -197,10 +196,10 @@ void DxfDrawing::SetColour(uint32_t index, int colour) {
     long long original = 0;
     bool originalByLayer = !found->isNew() && ParseInt(found->originalValue(), original) && original == kColourByLayer;
     if (colour == kColourByLayer && !originalByLayer) tags.erase(found);
-    else SetTagInt(*found, colour);
+    else SetTagInt(*found, colour, doc_->strings());
   } else if (colour != kColourByLayer) {
     auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
-    tags.insert(layer == tags.end() ? tags.end() : layer + 1, NewTag(62, FormatInt(62, colour)));
+    tags.insert(layer == tags.end() ? tags.end() : layer + 1, EditTag(62, doc_->strings().Keep(FormatInt(62, colour))));
   }
   rec.colour = colour;
   doc_->Commit(index);
@@ -245,15 +244,16 @@ void DxfDrawing::EnsureLayer(TextView layer) {
 
 TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass) {
   EnsureLayer(layer);
-  TagList tags{NewTag(0, std::string(type))};
-  if (doc_->hasHandles()) tags.push_back(NewTag(5, FormatHandle(doc_->NewHandle())));
+  StringStore& strings = doc_->strings();
+  TagList tags{EditTag(0, strings.Keep(type))};
+  if (doc_->hasHandles()) tags.emplace_back(5, strings.Keep(FormatHandle(doc_->NewHandle())));
   if (!doc_->isR12()) {
-    if (!doc_->modelSpaceHandle().empty()) tags.push_back(NewTag(330, doc_->modelSpaceHandle()));
-    tags.push_back(NewTag(100, "AcDbEntity"));
+    if (!doc_->modelSpaceHandle().empty()) tags.emplace_back(330, strings.Keep(doc_->modelSpaceHandle()));
+    tags.emplace_back(100, "AcDbEntity");
   }
-  tags.push_back(NewTag(8, doc_->codec().Encode(layer)));
-  if (colour != kColourByLayer) tags.push_back(NewTag(62, FormatInt(62, colour)));
-  if (!doc_->isR12()) tags.push_back(NewTag(100, std::string(subclass)));
+  tags.emplace_back(8, strings.Keep(doc_->codec().Encode(layer)));
+  if (colour != kColourByLayer) tags.emplace_back(62, strings.Keep(FormatInt(62, colour)));
+  if (!doc_->isR12()) tags.emplace_back(100, strings.Keep(subclass));
   return tags;
 }
 
@@ -272,7 +272,7 @@ ObjectId DxfDrawing::AddEntity(TagList tags) {
 
 ObjectId DxfDrawing::AddText(const TextEntity& text) {
   TagList tags = EntityHead("TEXT", text.layer, text.colour, "AcDbText");
-  auto add = [&](int code, std::string value) { tags.push_back(NewTag(code, std::move(value))); };
+  auto add = [&](int code, const std::string& value) { tags.emplace_back(code, doc_->strings().Keep(value)); };
   add(10, FormatDouble(text.position.x));
   add(20, FormatDouble(text.position.y));
   add(30, FormatDouble(text.position.z));
@@ -280,16 +280,17 @@ ObjectId DxfDrawing::AddText(const TextEntity& text) {
   add(1, doc_->codec().Encode(text.string));
   if (text.rotation != 0) add(50, FormatDouble(text.rotation));
   if (text.widthFactor != 1) add(41, FormatDouble(text.widthFactor));
-  if (!doc_->isR12()) add(100, "AcDbText");
+  if (!doc_->isR12()) tags.emplace_back(100, "AcDbText");
   return AddEntity(std::move(tags));
 }
 
 ObjectId DxfDrawing::AddLine(const LineEntity& line) {
   TagList tags = EntityHead("LINE", line.layer, line.colour, "AcDbLine");
   for (auto [code, p] : {std::pair{10, line.start}, std::pair{11, line.end}}) {
-    tags.push_back(NewTag(code, FormatDouble(p.x)));
-    tags.push_back(NewTag(code + 10, FormatDouble(p.y)));
-    tags.push_back(NewTag(code + 20, FormatDouble(p.z)));
+    StringStore& strings = doc_->strings();
+    tags.emplace_back(code, strings.Keep(FormatDouble(p.x)));
+    tags.emplace_back(code + 10, strings.Keep(FormatDouble(p.y)));
+    tags.emplace_back(code + 20, strings.Keep(FormatDouble(p.z)));
   }
   return AddEntity(std::move(tags));
 }
@@ -318,7 +319,7 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   uint32_t index = id.value - 1;
   TagList& tags = doc_->Edit(index);
-  TagList group = XDataGroup(application, lines, doc_->codec());
+  TagList group = XDataGroup(application, lines, doc_->codec(), doc_->strings());
   if (XDataSizeWithout(tags, application, doc_->codec()) + XDataSize(group) > kXDataLimit) return EditResult::TooLarge;
   ReplaceXDataGroup(tags, application, std::move(group), doc_->codec());
   // AutoCAD refuses a drawing whose extended data names an unregistered application.

@@ -88,7 +88,7 @@ class Loader {
   bool AtAny(std::initializer_list<std::string_view> keywords) const;
   std::string Describe() const;
   uint32_t Here() const { return have_ ? cur_.offset : static_cast<uint32_t>(doc_.bytes_.size()); }
-  uint32_t AddSegment(uint32_t begin, uint32_t end);
+  uint32_t AddSegment(uint32_t begin, uint32_t end, uint32_t record = kNoRecord);
   void Header();
   void Tables();
   void Blocks();
@@ -146,9 +146,9 @@ std::string Loader::Describe() const {
   return "group code " + std::to_string(cur_.code) + " \"" + std::string(cur_.value.substr(0, 40)) + "\"";
 }
 
-uint32_t Loader::AddSegment(uint32_t begin, uint32_t end) {
+uint32_t Loader::AddSegment(uint32_t begin, uint32_t end, uint32_t record) {
   if (begin > rawStart_) doc_.segments_.push_back({rawStart_, begin});
-  doc_.segments_.push_back({begin, end});
+  doc_.segments_.push_back({begin, end, record});
   rawStart_ = end;
   return static_cast<uint32_t>(doc_.segments_.size() - 1);
 }
@@ -335,8 +335,8 @@ void Loader::Entities(int32_t block) {
       }
     });
     rec.end = Here();
-    if (block < 0) rec.segment = AddSegment(rec.begin, rec.end);
     const uint32_t index = static_cast<uint32_t>(doc_.records_.size());
+    if (block < 0) rec.segment = AddSegment(rec.begin, rec.end, index - 1);
     if (rec.type == "VERTEX" || rec.type == "ATTRIB" || rec.type == "SEQEND") {
       rec.owner = owner;
       if (rec.type == "SEQEND") owner = 0;

@@ -1,18 +1,19 @@
 #include "dxf/TagList.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 
 namespace tq::dxf {
 
-void EditTag::Set(std::string value) {
-  if (!isNew() && value == originalValue_) changed_.reset();
-  else changed_ = std::move(value);
+void EditTag::Set(Kept value) {
+  value_ = !isNew() && value.view() == originalValue_ ? originalValue_ : value.view();
 }
 
 TagList ParseTags(std::string_view bytes) {
   TagList tags;
-  tags.reserve(16);
+  // Room for every pair and for the few an edit adds (a colour, a group of extended data).
+  tags.reserve(static_cast<size_t>(std::count(bytes.begin(), bytes.end(), '\n')) / 2 + 4);
   Tagger tagger(bytes);
   Tag tag;
   while (tagger.Next(tag) == Tagger::Result::Tag)
@@ -100,12 +101,10 @@ const EditTag* FindTag(const TagList& tags, int code) {
   return nullptr;
 }
 
-void SetTagValue(EditTag& tag, std::string value) { tag.Set(std::move(value)); }
-
-void SetTagInt(EditTag& tag, long long value) {
+void SetTagInt(EditTag& tag, long long value, StringStore& store) {
   long long original;
   if (!tag.isNew() && ParseInt(tag.originalValue(), original) && original == value) {
-    tag.Set(std::string(tag.originalValue()));
+    tag.Revert();
     return;
   }
   // A number written in place of another keeps its way of writing: right-aligned in the
@@ -115,7 +114,7 @@ void SetTagInt(EditTag& tag, long long value) {
   size_t leading = old.find_first_not_of(' ');
   if (leading != 0 && leading != std::string_view::npos && text.size() < old.size())
     text = std::string(old.size() - text.size(), ' ') + text;
-  tag.Set(std::move(text));
+  tag.Set(store.Keep(text));
 }
 
 }  // namespace tq::dxf

@@ -1,34 +1,36 @@
 #pragma once
 // The tags of one record (an entity or a table entry) once it is read for editing. A tag
-// read from the file views the file's bytes; only a new or changed value is held apart.
+// views its value: in the file's bytes, or, new or changed, in the document's StringStore.
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "dxf/StringStore.hpp"
 #include "dxf/Tagger.hpp"
 
 namespace tq::dxf {
 
 class EditTag {
  public:
-  EditTag(int code, std::string value) : code(code), changed_(std::move(value)) {}
+  // A new tag.
+  EditTag(int code, Kept value) : code(code), value_(value.view()) {}
   // A tag of the file: its whole pair and its value, both viewing the file.
   EditTag(int code, std::string_view original, std::string_view originalValue)
-      : code(code), original_(original), originalValue_(originalValue) {}
+      : code(code), original_(original), originalValue_(originalValue), value_(originalValue) {}
 
   int code = 0;
-  std::string_view value() const { return changed_ ? std::string_view(*changed_) : originalValue_; }
+  std::string_view value() const { return value_; }
   bool isNew() const { return original_.empty(); }
-  bool isChanged() const { return changed_.has_value(); }
+  bool isChanged() const { return value_.data() != originalValue_.data() || value_.size() != originalValue_.size(); }
   std::string_view original() const { return original_; }
   std::string_view originalValue() const { return originalValue_; }
   // A value set back to the file's value is written as the file wrote it.
-  void Set(std::string value);
+  void Set(Kept value);
+  void Revert() { value_ = originalValue_; }
 
  private:
-  std::string_view original_, originalValue_;
-  std::optional<std::string> changed_;
+  std::string_view original_, originalValue_, value_;
 };
 
 using TagList = std::vector<EditTag>;
@@ -54,9 +56,8 @@ std::string FormatHandle(unsigned long long handle);
 
 EditTag* FindTag(TagList& tags, int code);
 const EditTag* FindTag(const TagList& tags, int code);
-void SetTagValue(EditTag& tag, std::string value);
 // An integer value; the original text when it held the same number, else written the way
 // the replaced number was written.
-void SetTagInt(EditTag& tag, long long value);
+void SetTagInt(EditTag& tag, long long value, StringStore& store);
 
 }  // namespace tq::dxf

@@ -23,8 +23,6 @@ std::pair<size_t, size_t> FindGroup(const Tags& tags, TextView application, cons
   return {tags.size(), tags.size()};
 }
 
-EditTag NewTag(int code, std::string value) { return EditTag(code, std::move(value)); }
-
 }  // namespace
 
 std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec) {
@@ -65,23 +63,19 @@ std::vector<std::string> SplitEncoded(TextView line, const DxfCodec& codec, size
   return pieces;
 }
 
-TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec) {
-  TagList group{NewTag(1001, codec.Encode(application))};
+TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store) {
+  TagList group{EditTag(1001, store.Keep(codec.Encode(application)))};
   for (const Text& line : lines) {
     std::vector<std::string> pieces = SplitEncoded(line, codec);
     if (pieces.size() == 1) {
-      group.push_back(NewTag(1000, std::move(pieces[0])));
+      group.emplace_back(1000, store.Keep(pieces[0]));
       continue;
     }
-    group.push_back(NewTag(1002, "{"));
-    for (std::string& piece : pieces) group.push_back(NewTag(1000, std::move(piece)));
-    group.push_back(NewTag(1002, "}"));
+    group.emplace_back(1002, "{");
+    for (const std::string& piece : pieces) group.emplace_back(1000, store.Keep(piece));
+    group.emplace_back(1002, "}");
   }
   return group;
-}
-
-void WriteXDataLines(TagList& tags, TextView application, const XDataLines& lines, const DxfCodec& codec) {
-  ReplaceXDataGroup(tags, application, XDataGroup(application, lines, codec), codec);
 }
 
 size_t XDataSizeWithout(const TagList& tags, TextView application, const DxfCodec& codec) {

@@ -21,11 +21,10 @@ std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView 
 
 // The group of `application` holding these lines: a line longer than one string may hold
 // is written as several strings inside a "{" … "}" pair.
-TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec);
+TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store);
 // Replaces the group of `application` by `group`, or appends it at the end of the entity's
 // extended data.
 void ReplaceXDataGroup(TagList& tags, TextView application, TagList group, const DxfCodec& codec);
-void WriteXDataLines(TagList& tags, TextView application, const XDataLines& lines, const DxfCodec& codec);
 // The size of the entity's other applications' groups, which a new group is added to.
 size_t XDataSizeWithout(const TagList& tags, TextView application, const DxfCodec& codec);
 
