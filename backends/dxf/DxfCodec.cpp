@@ -100,6 +100,18 @@ Text DxfCodec::Decode(std::string_view raw) const {
   return DecodeEscapes(codePage_ ? codePage_->Decode(raw) : FromUtf8(raw));
 }
 
+bool DxfCodec::EqualsNoCase(std::string_view raw, TextView name) const {
+  bool ascii = true;
+  for (char c : raw) ascii = ascii && static_cast<unsigned char>(c) < 0x80 && c != '\\';
+  for (char16_t c : name) ascii = ascii && c < 0x80;
+  if (!ascii) return EqualNoCase(Decode(raw), name);
+  if (raw.size() != name.size()) return false;
+  auto lower = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
+  for (size_t i = 0; i < raw.size(); ++i)
+    if (lower(static_cast<unsigned char>(raw[i])) != lower(name[i])) return false;
+  return true;
+}
+
 std::string DxfCodec::Encode(TextView text) const {
   // ASCII is the same bytes in every code page a drawing names, as Decode takes it.
   bool ascii = true;

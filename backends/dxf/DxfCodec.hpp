@@ -20,6 +20,9 @@ class DxfCodec {
 
   // Bytes of a string value to text, with "\U+XXXX" and "\M+nXXXX" escapes decoded.
   Text Decode(std::string_view raw) const;
+  // Whether the bytes decode to `name`, without regard to case (EqualNoCase); a name in
+  // ASCII is compared without decoding.
+  bool EqualsNoCase(std::string_view raw, TextView name) const;
   // Text to the bytes of a string value; what the code page cannot hold is written "\U+XXXX".
   std::string Encode(TextView text) const;
 

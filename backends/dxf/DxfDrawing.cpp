@@ -46,7 +46,12 @@ const EntityRecord* DxfDrawing::Record(ObjectId id) const {
 }
 
 const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
-  std::string_view raw = doc_->LayerRaw(index);
+  if (index >= recordLayers_.size()) recordLayers_.resize(doc_->records().size());
+  if (const LayerState* known = recordLayers_[index]) return *known;
+  return *(recordLayers_[index] = &LayerStateOf(doc_->LayerRaw(index)));
+}
+
+const DxfDrawing::LayerState& DxfDrawing::LayerStateOf(std::string_view raw) const {
   auto found = layerStates_.find(raw);
   if (found != layerStates_.end()) return found->second;
   LayerState state;
@@ -58,6 +63,11 @@ const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
     state.name = decoded;
   }
   return layerStates_.emplace(std::string(raw), state).first->second;
+}
+
+void DxfDrawing::ForgetLayers() {
+  layerStates_.clear();
+  recordLayers_.clear();
 }
 
 bool DxfDrawing::Selectable(uint32_t index, const SelectionFilter& filter) const {
@@ -239,7 +249,7 @@ ObjectId DxfDrawing::FindHandle(TextView handle) const {
 }
 
 void DxfDrawing::EnsureLayer(TextView layer) {
-  if (!doc_->FindLayer(layer)) doc_->AddLayer(layer), layerStates_.clear();
+  if (!doc_->FindLayer(layer)) doc_->AddLayer(layer), ForgetLayers();
 }
 
 TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass) {
@@ -305,7 +315,7 @@ void DxfDrawing::SetLayerLocked(TextView layer, bool locked) {
   if (!found) return;
   int flags = doc_->layers()[*found].flags;
   doc_->SetLayerFlags(*found, locked ? (flags | 4) : (flags & ~4));
-  layerStates_.clear();
+  ForgetLayers();
 }
 
 std::optional<XDataLines> DxfDrawing::ReadXData(ObjectId id, TextView application) const {
@@ -323,7 +333,10 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
   if (XDataSizeWithout(tags, application, doc_->codec()) + XDataSize(group) > kXDataLimit) return EditResult::TooLarge;
   ReplaceXDataGroup(tags, application, std::move(group), doc_->codec());
   // AutoCAD refuses a drawing whose extended data names an unregistered application.
-  if (!doc_->FindAppId(application)) doc_->AddAppId(application);
+  if (application != lastRegistered_) {
+    if (!doc_->FindAppId(application)) doc_->AddAppId(application);
+    lastRegistered_ = Text(application);
+  }
   doc_->Commit(index);
   return EditResult::Ok;
 }

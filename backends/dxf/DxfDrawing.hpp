@@ -55,6 +55,7 @@ class DxfDrawing : public Drawing {
   };
   const EntityRecord* Record(ObjectId id) const;
   const LayerState& LayerOf(uint32_t index) const;
+  const LayerState& LayerStateOf(std::string_view raw) const;
   bool Selectable(uint32_t index, const SelectionFilter& filter) const;
   void SetColour(uint32_t index, int colour);
   ObjectId AddEntity(dxf::TagList tags);
@@ -68,13 +69,18 @@ class DxfDrawing : public Drawing {
     size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
   };
   mutable std::unordered_map<std::string, LayerState, RawHash, std::equal_to<>> layerStates_;
+  // Each record's entry of layerStates_, once looked up: no edit here moves an entity to
+  // another layer. Both are forgotten when a layer is added or changes.
+  mutable std::vector<const LayerState*> recordLayers_;
+  void ForgetLayers();
   mutable std::unordered_map<uint64_t, uint32_t> handles_;
   ExtentsCalculator& Calculator() const;
   void BuildIndex() const;
   Box WindowBox(uint32_t index) const;
 
   mutable std::unique_ptr<ExtentsCalculator> extents_;
-  mutable std::vector<Tag> scratch_;  // reused by every read of extended data
+  mutable std::vector<Tag> scratch_;
+  Text lastRegistered_;  // the application last written, registered since  // reused by every read of extended data
   // Built on the first window query and kept current as entities are added.
   mutable std::unique_ptr<SpatialIndex> index_;
   mutable std::vector<uint32_t> indexedRecords_;  // item → record, ascending

@@ -8,7 +8,7 @@ namespace {
 
 template <class TagT>
 bool IsGroupOf(const TagT& tag, TextView application, const DxfCodec& codec) {
-  return tag.code == 1001 && EqualNoCase(codec.Decode(TrimNumber(ValueOf(tag))), application);
+  return tag.code == 1001 && codec.EqualsNoCase(TrimNumber(ValueOf(tag)), application);
 }
 
 // The group of `application`: [begin, end) in `tags`; begin == end when absent.

@@ -1,5 +1,6 @@
 #include "base/Format.hpp"
 
+#include <charconv>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -110,6 +111,12 @@ Text FormatQuantity(double value) {
   int n = std::snprintf(buffer, sizeof buffer, "%2.1f", value);
   if (n < 0 || static_cast<size_t>(n) >= sizeof buffer) return Format(u"%2.1f", {value});
   return Text(buffer, buffer + n);
+}
+
+Text FormatDecimal(long long value) {
+  char buffer[24];
+  char* end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+  return Text(buffer, end);
 }
 
 }  // namespace tq

@@ -32,5 +32,7 @@ Text Format(TextView format, std::initializer_list<FormatArg> args);
 // "%2.1f" of a quantity, the output files' one reformatted value: the same as
 // Format(u"%2.1f", {value}), without parsing the format for each of many thousand lines.
 Text FormatQuantity(double value);
+// Format(u"%d", {value}), for the many colours of a marking.
+Text FormatDecimal(long long value);
 
 }  // namespace tq

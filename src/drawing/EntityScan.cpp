@@ -94,7 +94,7 @@ void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& pol
     }
     // The old colour is saved before it is changed, so that no colour is ever lost; an
     // entity that cannot be opened for writing (a locked layer) is left alone.
-    if (mark && drawing.WriteXData(id, kCheckApplication, {Format(u"%d", {drawing.ColourIndex(id)})}) != EditResult::Ok)
+    if (mark && drawing.WriteXData(id, kCheckApplication, {FormatDecimal(drawing.ColourIndex(id))}) != EditResult::Ok)
       continue;
     if (drawing.SetColourIndex(id, newColour) != EditResult::Ok) continue;
     if (!mark) drawing.RemoveXData(id, kCheckApplication);

@@ -60,3 +60,8 @@ TEST(Format, QuantityFormatIsTheGeneralFormatsOneDecimal) {
   for (double v : {0.0, 3.0, 12.25, 12.35, -1.05, 123456.789, 1e20})
     EXPECT_EQ(FormatQuantity(v), Format(u"%2.1f", {v})) << v;
 }
+
+TEST(Format, DecimalIsTheGeneralFormatsD) {
+  for (long long v : {0LL, 7LL, 256LL, -1LL, -2147483648LL, 9223372036854775807LL})
+    EXPECT_EQ(FormatDecimal(v), Format(u"%d", {v})) << v;
+}
