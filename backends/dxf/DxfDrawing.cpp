@@ -153,7 +153,8 @@ Text DxfDrawing::EntityType(ObjectId id) const {
 std::optional<TextEntity> DxfDrawing::TextData(ObjectId id) const {
   const EntityRecord* rec = Record(id);
   if (!rec || (rec->type != "TEXT" && rec->type != "ATTRIB" && rec->type != "ATTDEF")) return std::nullopt;
-  std::vector<Tag> tags = doc_->Tags(id.value - 1);
+  std::vector<Tag>& tags = scratch_;
+  doc_->TagsInto(id.value - 1, tags);
   TextEntity text;
   for (const Tag& t : tags)
     if (t.code == 1) {

@@ -6,8 +6,24 @@
 
 namespace tq::dxf {
 
+static_assert(sizeof(EditTag) <= 32, "a drawing's edits hold hundreds of thousands of tags");
+
+EditTag::EditTag(int code, std::string_view original, std::string_view originalValue)
+    : code(static_cast<int16_t>(code)) {
+  original_ = original.data();
+  head_ = static_cast<uint32_t>(originalValue.data() - original.data());
+  originalSize_ = static_cast<uint32_t>(originalValue.size());
+  tail_ = static_cast<uint8_t>(original.size() - head_ - originalValue.size());
+  SetView(originalValue);
+}
+
+void EditTag::SetView(std::string_view value) {
+  value_ = value.data();
+  valueSize_ = static_cast<uint32_t>(value.size());
+}
+
 void EditTag::Set(Kept value) {
-  value_ = !isNew() && value.view() == originalValue_ ? originalValue_ : value.view();
+  SetView(!isNew() && value.view() == originalValue() ? originalValue() : value.view());
 }
 
 TagList ParseTags(std::string_view bytes) {

@@ -1,6 +1,7 @@
 #pragma once
 // The tags of one record (an entity or a table entry) once it is read for editing. A tag
 // views its value: in the file's bytes, or, new or changed, in the document's StringStore.
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,23 +15,37 @@ namespace tq::dxf {
 class EditTag {
  public:
   // A new tag.
-  EditTag(int code, Kept value) : code(code), value_(value.view()) {}
+  EditTag(int code, Kept value) : code(static_cast<int16_t>(code)) { SetView(value.view()); }
   // A tag of the file: its whole pair and its value, both viewing the file.
-  EditTag(int code, std::string_view original, std::string_view originalValue)
-      : code(code), original_(original), originalValue_(originalValue), value_(originalValue) {}
+  EditTag(int code, std::string_view original, std::string_view originalValue);
 
-  int code = 0;
-  std::string_view value() const { return value_; }
-  bool isNew() const { return original_.empty(); }
-  bool isChanged() const { return value_.data() != originalValue_.data() || value_.size() != originalValue_.size(); }
-  std::string_view original() const { return original_; }
-  std::string_view originalValue() const { return originalValue_; }
+  std::string_view value() const { return {value_, valueSize_}; }
+  bool isNew() const { return original_ == nullptr; }
+  bool isChanged() const { return value_ != original_ + head_ || valueSize_ != originalSize_; }
+  std::string_view original() const {
+    return isNew() ? std::string_view() : std::string_view(original_, head_ + originalSize_ + tail_);
+  }
+  std::string_view originalValue() const {
+    return isNew() ? std::string_view() : std::string_view(original_ + head_, originalSize_);
+  }
   // A value set back to the file's value is written as the file wrote it.
   void Set(Kept value);
-  void Revert() { value_ = originalValue_; }
+  void Revert() { SetView(originalValue()); }
 
  private:
-  std::string_view original_, originalValue_, value_;
+  void SetView(std::string_view value);
+
+  // Small, for a drawing's edits hold hundreds of thousands of tags: the pair in the file is
+  // its code line (head_ bytes), its value and its line end (tail_ bytes).
+  const char* original_ = nullptr;
+  const char* value_ = nullptr;
+
+ public:
+  int16_t code = 0;  // group codes are short integers, as the reader checks
+
+ private:
+  uint8_t tail_ = 0;
+  uint32_t originalSize_ = 0, valueSize_ = 0, head_ = 0;
 };
 
 using TagList = std::vector<EditTag>;

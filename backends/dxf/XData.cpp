@@ -66,11 +66,12 @@ std::vector<std::string> SplitEncoded(TextView line, const DxfCodec& codec, size
 TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store) {
   TagList group{EditTag(1001, store.Keep(codec.Encode(application)))};
   for (const Text& line : lines) {
-    std::vector<std::string> pieces = SplitEncoded(line, codec);
-    if (pieces.size() == 1) {
-      group.emplace_back(1000, store.Keep(pieces[0]));
+    std::string whole = codec.Encode(line);
+    if (whole.size() <= kXDataStringLimit) {
+      group.emplace_back(1000, store.Keep(whole));
       continue;
     }
+    std::vector<std::string> pieces = SplitEncoded(line, codec);
     group.emplace_back(1002, "{");
     for (const std::string& piece : pieces) group.emplace_back(1000, store.Keep(piece));
     group.emplace_back(1002, "}");
