@@ -243,9 +243,12 @@ Box ExtentsCalculator::WindowBoxOf(uint32_t index) {
   Box box = BoxOf(index);
   std::string_view type = doc_.records()[index].type;
   if (type == "TEXT" || type == "ATTDEF") {
-    std::vector<Tag>& tags = Scratch();
-    doc_.TagsInto(index, tags);
-    if (auto p = FirstPoint(tags, 10)) box.Add(*p);
+    if (textPointOf_ != index) {
+      std::vector<Tag>& tags = Scratch();
+      doc_.TagsInto(index, tags);
+      textPoint_ = FirstPoint(tags, 10);
+    }
+    if (textPoint_) box.Add(*textPoint_);
   }
   return box;
 }
@@ -286,7 +289,10 @@ Box ExtentsCalculator::Compute(uint32_t index) {
     AddEllipse(box, c, a, b, NumberOf(tags, 41), NumberOf(tags, 42, 2 * kPi));
     return box;
   }
-  if (type == "TEXT" || type == "ATTRIB" || type == "ATTDEF") return TextBox(tags, doc_.codec());
+  if (type == "TEXT" || type == "ATTRIB" || type == "ATTDEF") {
+    textPoint_ = FirstPoint(tags, 10), textPointOf_ = index;
+    return TextBox(tags, doc_.codec());
+  }
   if (type == "MTEXT") return MTextBox(tags, doc_.codec());
   if (type == "LWPOLYLINE") return LwPolylineBox(tags);
   if (type == "POLYLINE") return PolylineBox(index, tags);

@@ -42,6 +42,9 @@ class ExtentsCalculator {
   std::vector<char> inProgress_;
   std::deque<std::vector<Tag>> scratch_;  // a deque: a deeper buffer never moves a shallower one
   size_t depth_ = 0;
+  // The insertion point of the text last computed, which its window box adds.
+  std::optional<Point3> textPoint_;
+  uint32_t textPointOf_ = UINT32_MAX;
 };
 
 }  // namespace tq::dxf

@@ -1,5 +1,7 @@
 #include "dxf/Geometry.hpp"
 
+#include <array>
+
 namespace tq::dxf {
 
 namespace {
@@ -34,8 +36,15 @@ void AddArc(Box& box, double cx, double cy, double z, double r, double startDeg,
   box.Add(cx + r * std::cos(s), cy + r * std::sin(s), z);
   box.Add(cx + r * std::cos(e), cy + r * std::sin(e), z);
   bool full = Normalize(endDeg - startDeg) == 0 && endDeg != startDeg;
+  // The quadrant directions, computed once: a drawing has many thousand arcs and circles.
+  static const std::array<std::pair<double, double>, 4> quadrants = [] {
+    std::array<std::pair<double, double>, 4> q;
+    for (int i = 0; i < 4; ++i) q[static_cast<size_t>(i)] = {std::cos(i * kPi / 2), std::sin(i * kPi / 2)};
+    return q;
+  }();
   for (int q = 0; q < 4; ++q)
-    if (full || OnSweep(q * 90.0, startDeg, endDeg)) box.Add(cx + r * std::cos(q * kPi / 2), cy + r * std::sin(q * kPi / 2), z);
+    if (full || OnSweep(q * 90.0, startDeg, endDeg))
+      box.Add(cx + r * quadrants[static_cast<size_t>(q)].first, cy + r * quadrants[static_cast<size_t>(q)].second, z);
 }
 
 void AddEllipse(Box& box, const Point3& c, const Point3& a, const Point3& b, double t0, double t1) {

@@ -35,9 +35,38 @@ bool ParseInt(std::string_view value, long long& out) {
   return ec == std::errc() && p == value.data() + value.size() && !value.empty();
 }
 
+namespace {
+
+// Most values are plain decimals ("-1234.5678"): with at most 15 digits they are exactly an
+// integer divided by a power of ten, one correctly rounded division, the same double that
+// from_chars gives, at a fraction of its cost.
+bool ParsePlainDecimal(std::string_view v, double& out) {
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  bool negative = !v.empty() && v[0] == '-';
+  size_t i = negative ? 1 : 0;
+  uint64_t mantissa = 0;
+  auto digits = [&] {
+    size_t from = i;
+    for (; i < v.size() && v[i] >= '0' && v[i] <= '9'; ++i) mantissa = mantissa * 10 + static_cast<uint64_t>(v[i] - '0');
+    return i - from;
+  };
+  size_t whole = digits(), fraction = 0;
+  if (i < v.size() && v[i] == '.') {
+    ++i;
+    if ((fraction = digits()) == 0) return false;
+  }
+  if (i != v.size() || whole == 0 || whole + fraction > 15) return false;
+  double value = static_cast<double>(mantissa) / kPowers[fraction];
+  out = negative ? -value : value;
+  return true;
+}
+
+}  // namespace
+
 bool ParseDouble(std::string_view value, double& out) {
   value = TrimNumber(value);
   if (!value.empty() && value[0] == '+') value.remove_prefix(1);
+  if (ParsePlainDecimal(value, out)) return true;
   auto [p, ec] = std::from_chars(value.data(), value.data() + value.size(), out);
   return ec == std::errc() && p == value.data() + value.size() && !value.empty();
 }

@@ -1,0 +1,94 @@
+#include <gtest/gtest.h>
+
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <random>
+#include <string>
+
+#include "dxf/StringStore.hpp"
+#include "dxf/TagList.hpp"
+#include "dxf/Tagger.hpp"
+
+using namespace tq::dxf;
+
+namespace {
+// What the library reads, the reference for every value.
+bool LibraryDouble(std::string_view v, double& out) {
+  auto [p, ec] = std::from_chars(v.data(), v.data() + v.size(), out);
+  return ec == std::errc() && p == v.data() + v.size() && !v.empty();
+}
+
+void ExpectSameAsLibrary(const std::string& text) {
+  double ours = 0, library = 0;
+  bool read = ParseDouble(text, ours), expected = LibraryDouble(text, library);
+  ASSERT_EQ(read, expected) << text;
+  if (read) {
+    EXPECT_EQ(std::memcmp(&ours, &library, sizeof ours), 0) << text << ": " << ours << " != " << library;
+  }
+}
+}  // namespace
+
+TEST(DxfValues, NumbersReadBitForBitAsTheLibraryReadsThem) {
+  std::mt19937_64 random(20261122);
+  for (int i = 0; i < 200000; ++i) {
+    std::uniform_int_distribution<int> digits(0, 18), fraction(0, 17);
+    std::string text = random() % 2 ? "-" : "";
+    int w = digits(random), f = fraction(random);
+    for (int k = 0; k < w; ++k) text += static_cast<char>('0' + random() % 10);
+    if (f > 0 || random() % 4 == 0) text += '.';
+    for (int k = 0; k < f; ++k) text += static_cast<char>('0' + random() % 10);
+    ExpectSameAsLibrary(text);
+  }
+  for (const char* text : {"0", "-0", "-0.0", "0.1", "0.3", "123456789012345", "1234567890123456", "0.000000000000001",
+                           "9007199254740993", "1e5", "1.5E-3", "-", ".", "5.", ".5", "-.5", "1.2.3", "12a", "inf",
+                           "nan", "999999999999999", "28000.00000000", "-19800.123456789"})
+    ExpectSameAsLibrary(text);
+}
+
+TEST(DxfValues, NumbersMayHaveBlanksAndAPlusSign) {
+  double v = 0;
+  ASSERT_TRUE(ParseDouble("  +12.5\r", v));
+  EXPECT_EQ(v, 12.5);
+  ASSERT_TRUE(ParseDouble("\t-3 ", v));
+  EXPECT_EQ(v, -3);
+  EXPECT_FALSE(ParseDouble("", v));
+}
+
+TEST(DxfValues, KeptValuesStayWhereTheyAreAsMoreAreKept) {
+  StringStore store;
+  Kept first = store.Keep("TQ_STDCHECK");
+  std::string large(40000, 'x');
+  Kept big = store.Keep(large);
+  std::vector<Kept> many;
+  for (int i = 0; i < 20000; ++i) many.push_back(store.Keep(std::to_string(i)));
+  EXPECT_EQ(first.view(), "TQ_STDCHECK");
+  EXPECT_EQ(big.view(), large);
+  for (int i = 0; i < 20000; ++i) ASSERT_EQ(many[static_cast<size_t>(i)].view(), std::to_string(i));
+  EXPECT_TRUE(store.Keep("").view().empty());
+}
+
+TEST(DxfValues, AnEditedTagKeepsItsPairAsTheFileWroteIt) {
+  std::string bytes = "     62\r\n  3  \r\n  8\nLAYER\n";
+  TagList tags = ParseTags(bytes);
+  ASSERT_EQ(tags.size(), 2u);
+  EXPECT_EQ(tags[0].code, 62);
+  EXPECT_EQ(tags[0].original(), "     62\r\n  3  \r\n");
+  EXPECT_EQ(tags[0].originalValue(), "  3  ");
+  EXPECT_FALSE(tags[0].isChanged());
+  StringStore store;
+  SetTagInt(tags[0], 1, store);
+  EXPECT_TRUE(tags[0].isChanged());
+  EXPECT_EQ(tags[0].value(), "    1");  // right-aligned in the width it had
+  SetTagInt(tags[0], 3, store);
+  EXPECT_FALSE(tags[0].isChanged());
+  EXPECT_EQ(Serialize(tags, "\n"), bytes);
+}
+
+TEST(DxfValues, ACodeLineOfAnyLengthIsKept) {
+  std::string bytes = std::string(70000, ' ') + "8\nLAYER\n";
+  TagList tags = ParseTags(bytes);
+  ASSERT_EQ(tags.size(), 1u);
+  EXPECT_EQ(tags[0].original(), bytes);
+  EXPECT_EQ(tags[0].value(), "LAYER");
+}
