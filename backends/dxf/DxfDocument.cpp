@@ -80,8 +80,13 @@ std::string_view Document::LayerRaw(uint32_t index) const {
 
 TagList& Document::Edit(uint32_t index) {
   EntityRecord& rec = records_[index];
-  if (!rec.edit) rec.edit = std::make_unique<TagList>(ParseTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin)));
+  if (!rec.edit) rec.edit = NewEdit(ParseTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), &editMemory_));
   return *rec.edit;
+}
+
+TagList* Document::NewEdit(TagList tags) {
+  // Moved, the list keeps the memory it was made with.
+  return &edits_.emplace_back(std::move(tags));
 }
 
 void Document::Replace(uint32_t segment, std::string text) {
@@ -112,7 +117,7 @@ void Document::Erase(uint32_t index) {
 uint32_t Document::AddEntity(TagList tags) {
   if (entitiesEnd_ == kNoSegment) throw std::runtime_error("the drawing has no ENTITIES section");
   EntityRecord& rec = records_.emplace_back();
-  rec.edit = std::make_unique<TagList>(std::move(tags));
+  rec.edit = NewEdit(std::move(tags));
   if (const EditTag* type = FindTag(*rec.edit, 0)) {
     ownedTypes_.push_back(std::make_unique<std::string>(type->value()));
     rec.type = *ownedTypes_.back();

@@ -2,6 +2,7 @@
 // A DXF file held as its own bytes: what is not changed is written back byte for byte;
 // only the records that changed are written anew.
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -49,7 +50,7 @@ struct EntityRecord {
   bool paperSpace = false;
   bool erased = false;
   uint32_t xdataBegin = 0;  // where the file's first group 1001 of it starts; 0 when it has none
-  std::unique_ptr<TagList> edit;  // its tags once read for editing, written in place of its bytes
+  TagList* edit = nullptr;  // its tags once read for editing, written in place of its bytes
 };
 
 // An entry of the LAYER or APPID table.
@@ -162,6 +163,11 @@ class Document {
   std::vector<Segment> segments_;
   std::vector<std::string> replacements_;
   StringStore strings_;
+  // The entities' tag lists: hundreds of thousands for a marking, taken from large blocks and
+  // given back all at once with the document.
+  TagList* NewEdit(TagList tags);
+  std::pmr::monotonic_buffer_resource editMemory_;
+  std::deque<TagList> edits_;
   std::vector<std::unique_ptr<std::string>> ownedTypes_;  // the type names of new entities
   std::vector<EntityRecord> records_;
   std::vector<uint32_t> newRecords_;

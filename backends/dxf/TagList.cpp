@@ -26,8 +26,8 @@ void EditTag::Set(Kept value) {
   SetView(!isNew() && value.view() == originalValue() ? originalValue() : value.view());
 }
 
-TagList ParseTags(std::string_view bytes) {
-  TagList tags;
+TagList ParseTags(std::string_view bytes, std::pmr::memory_resource* memory) {
+  TagList tags(memory);
   // Room for every pair and for the few an edit adds (a colour, a group of extended data).
   tags.reserve(static_cast<size_t>(std::count(bytes.begin(), bytes.end(), '\n')) / 2 + 4);
   Tagger tagger(bytes);

@@ -2,6 +2,7 @@
 // The tags of one record (an entity or a table entry) once it is read for editing. A tag
 // views its value: in the file's bytes, or, new or changed, in the document's StringStore.
 #include <cstdint>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,14 +49,15 @@ class EditTag {
   uint32_t originalSize_ = 0, valueSize_ = 0, head_ = 0;
 };
 
-using TagList = std::vector<EditTag>;
+// A drawing's edits take their lists from the document's memory (see Document::Edit).
+using TagList = std::pmr::vector<EditTag>;
 
 // The value of a tag read from the file or from an edit, for code that handles both.
 inline std::string_view ValueOf(const Tag& tag) { return tag.value; }
 inline std::string_view ValueOf(const EditTag& tag) { return tag.value(); }
 
 // The tags of `bytes`, viewing them: `bytes` must outlive the list.
-TagList ParseTags(std::string_view bytes);
+TagList ParseTags(std::string_view bytes, std::pmr::memory_resource* memory = std::pmr::get_default_resource());
 // The tags of `bytes` without copying: views into the bytes.
 std::vector<Tag> ViewTags(std::string_view bytes);
 
