@@ -12,6 +12,7 @@
 
 #include "base/Text.hpp"
 #include "dxf/DxfCodec.hpp"
+#include "dxf/LargePages.hpp"
 #include "dxf/TagList.hpp"
 #include "dxf/Tagger.hpp"
 
@@ -166,7 +167,8 @@ class Document {
   // The entities' tag lists: hundreds of thousands for a marking, taken from large blocks and
   // given back all at once with the document.
   TagList* NewEdit(TagList tags);
-  std::pmr::monotonic_buffer_resource editMemory_;
+  LargePages largePages_;
+  std::pmr::monotonic_buffer_resource editMemory_{1 << 20, &largePages_};
   std::deque<TagList> edits_;
   std::vector<std::unique_ptr<std::string>> ownedTypes_;  // the type names of new entities
   std::vector<EntityRecord> records_;
