@@ -80,7 +80,10 @@ std::string_view Document::LayerRaw(uint32_t index) const {
 
 TagList& Document::Edit(uint32_t index) {
   EntityRecord& rec = records_[index];
-  if (!rec.edit) rec.edit = NewEdit(ParseTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), &editMemory_));
+  if (!rec.edit) {
+    rec.edit = NewEdit(ParseTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), &editMemory_));
+    editedRecords_.push_back(index);
+  }
   return *rec.edit;
 }
 
@@ -118,6 +121,7 @@ uint32_t Document::AddEntity(TagList tags) {
   if (entitiesEnd_ == kNoSegment) throw std::runtime_error("the drawing has no ENTITIES section");
   EntityRecord& rec = records_.emplace_back();
   rec.edit = NewEdit(std::move(tags));
+  editedRecords_.push_back(static_cast<uint32_t>(records_.size() - 1));
   if (const EditTag* type = FindTag(*rec.edit, 0)) {
     ownedTypes_.push_back(std::make_unique<std::string>(type->value()));
     rec.type = *ownedTypes_.back();
@@ -204,16 +208,21 @@ void Document::AppendInsertions(std::string& out, uint32_t segment) const {
 
 template <class Sink>
 void Document::WriteTo(Sink&& sink) const {
-  // Adjacent runs of the file go out as one piece.
+  // Adjacent runs of the file go out as one piece, and so does written text that follows
+  // written text: a marking rewrites thousands of entities in a row.
   uint32_t runBegin = 0, runEnd = 0;
+  std::string text;
   auto flushRun = [&] {
     if (runEnd > runBegin) sink(std::string_view(bytes_).substr(runBegin, runEnd - runBegin));
     runBegin = runEnd = 0;
   };
-  std::string text;
+  auto flushText = [&] {
+    if (!text.empty()) sink(std::string_view(text));
+    text.clear();
+  };
   for (uint32_t i = 0; i < segments_.size(); ++i) {
     const Segment& s = segments_[i];
-    text.clear();
+    size_t before = text.size();
     AppendInsertions(text, i);
     bool fromFile = true;
     if (s.record != kNoRecord) {
@@ -224,12 +233,16 @@ void Document::WriteTo(Sink&& sink) const {
       text += *replacement;
       fromFile = false;
     }
-    if (!text.empty()) flushRun(), sink(std::string_view(text));
+    // Text is held back only while no run is: a run before it goes first. It goes out in
+    // pieces of some hundred kilobytes: not a write per entity, nor a copy of them all.
+    if (text.size() > before) flushRun();
+    if (text.size() > (256u << 10)) flushText();
     if (!fromFile) continue;
+    flushText();
     if (runEnd == s.begin && runEnd > runBegin) runEnd = s.end;
     else flushRun(), runBegin = s.begin, runEnd = s.end;
   }
-  flushRun();
+  flushText(), flushRun();
   sink(std::string_view(tail_));
 }
 
@@ -265,7 +278,7 @@ size_t XDataSize(const std::vector<Tag>& tags) { return XDataSizeOf(tags); }
 size_t XDataSize(const TagList& tags) { return XDataSizeOf(tags); }
 
 void Document::CheckXDataLimits() const {
-  for (uint32_t i = 0; i < records_.size(); ++i) {
+  for (uint32_t i : editedRecords_) {
     const EntityRecord& rec = records_[i];
     if (!rec.edit || rec.erased) continue;
     if (XDataSize(*rec.edit) > kXDataLimit)

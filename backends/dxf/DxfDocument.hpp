@@ -170,6 +170,7 @@ class Document {
   LargePages largePages_;
   std::pmr::monotonic_buffer_resource editMemory_{1 << 20, &largePages_};
   std::deque<TagList> edits_;
+  std::vector<uint32_t> editedRecords_;  // the records with an edit, new ones included
   std::vector<std::unique_ptr<std::string>> ownedTypes_;  // the type names of new entities
   std::vector<EntityRecord> records_;
   std::vector<uint32_t> newRecords_;
