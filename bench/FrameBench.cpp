@@ -1,5 +1,6 @@
 // The frame rules on a drawing of 1,000 frames; bench/run_frames.sh runs it with tqstd.
 //   frame_bench generate DIR    DIR/Velum.ini, DIR/data/標準図設定.ini (40 x 25 frames), DIR/frames.dxf
+//   frame_bench load DIR        loads the drawing and ends
 //   frame_bench mark DIR        load, the first window query (index), MarkFrames of all the
 //                               frames and the restore; then MarkFrames of the frames without
 //                               information, the save and the close, as tqstd mark does them
@@ -42,6 +43,11 @@ int main(int argc, char** argv) {
     shape.recordEvery = 1;
     tq::WriteFileBytes(dir / "takeoff.dxf", tq::bench::GenerateFrameDrawing(shape));
     return 0;
+  }
+  if (mode == "load") {
+    // The time to load the drawing, as a process like tqstd's: the yardstick of the commands.
+    auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf");
+    return drawing->document().records().empty() ? 1 : 0;
   }
   if (mode != "mark") return 2;
   tq::StandaloneHostServices host(tq::FromFsPath(dir / "Velum.ini"));
