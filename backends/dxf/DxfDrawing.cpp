@@ -344,7 +344,9 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
 
 EditResult DxfDrawing::RemoveXData(ObjectId id, TextView application) {
   if (!Record(id)) return EditResult::NotFound;
-  if (!doc_->MayHaveXData(id.value - 1) || !ReadXData(id, application)) return EditResult::Ok;
+  if (!doc_->MayHaveXData(id.value - 1)) return EditResult::Ok;
+  doc_->XDataTagsInto(id.value - 1, scratch_);
+  if (!HasXDataGroup(scratch_, application, doc_->codec())) return EditResult::Ok;
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   RemoveXDataGroup(doc_->Edit(id.value - 1), application, doc_->codec());
   doc_->Commit(id.value - 1);

@@ -25,6 +25,11 @@ std::pair<size_t, size_t> FindGroup(const Tags& tags, TextView application, cons
 
 }  // namespace
 
+bool HasXDataGroup(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec) {
+  auto [begin, end] = FindGroup(tags, application, codec);
+  return begin != end;
+}
+
 std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec) {
   auto [begin, end] = FindGroup(tags, application, codec);
   if (begin == end) return std::nullopt;

@@ -19,6 +19,9 @@ inline constexpr size_t kXDataStringLimit = 255;
 // Nothing when the entity holds no group of that name.
 std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec);
 
+// Whether the entity holds a group of `application`, without reading its lines.
+bool HasXDataGroup(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec);
+
 // The group of `application` holding these lines: a line longer than one string may hold
 // is written as several strings inside a "{" … "}" pair.
 TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store);
