@@ -36,6 +36,19 @@ const char* MultiByteCodePage(char16_t n) {
   }
 }
 
+// Bytes that read the same in every code page a drawing names and hold no escape.
+bool PlainAscii(std::string_view raw) {
+  for (char c : raw)
+    if (static_cast<unsigned char>(c) >= 0x80 || c == '\\') return false;
+  return true;
+}
+
+bool AsciiText(TextView text) {
+  for (char16_t c : text)
+    if (c >= 0x80) return false;
+  return true;
+}
+
 Text DecodeEscapes(Text text) {
   if (text.find(u'\\') == Text::npos) return text;
   Text out;
@@ -90,21 +103,12 @@ DxfCodec::DxfCodec(std::string_view acadVersion, std::string_view dwgCodePage) {
 }
 
 Text DxfCodec::Decode(std::string_view raw) const {
-  bool ascii = true;
-  for (char c : raw)
-    if (static_cast<unsigned char>(c) >= 0x80 || c == '\\') {
-      ascii = false;
-      break;
-    }
-  if (ascii) return Text(raw.begin(), raw.end());
+  if (PlainAscii(raw)) return Text(raw.begin(), raw.end());
   return DecodeEscapes(codePage_ ? codePage_->Decode(raw) : FromUtf8(raw));
 }
 
 bool DxfCodec::EqualsNoCase(std::string_view raw, TextView name) const {
-  bool ascii = true;
-  for (char c : raw) ascii = ascii && static_cast<unsigned char>(c) < 0x80 && c != '\\';
-  for (char16_t c : name) ascii = ascii && c < 0x80;
-  if (!ascii) return EqualNoCase(Decode(raw), name);
+  if (!PlainAscii(raw) || !AsciiText(name)) return EqualNoCase(Decode(raw), name);
   if (raw.size() != name.size()) return false;
   auto lower = [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; };
   for (size_t i = 0; i < raw.size(); ++i)
@@ -114,9 +118,7 @@ bool DxfCodec::EqualsNoCase(std::string_view raw, TextView name) const {
 
 std::string DxfCodec::Encode(TextView text) const {
   // ASCII is the same bytes in every code page a drawing names, as Decode takes it.
-  bool ascii = true;
-  for (char16_t c : text) ascii = ascii && c < 0x80;
-  if (ascii) return std::string(text.begin(), text.end());
+  if (AsciiText(text)) return std::string(text.begin(), text.end());
   if (!codePage_) return ToUtf8(text);
   if (std::optional<std::string> exact = codePage_->EncodeExact(text)) return *exact;
   std::string out;

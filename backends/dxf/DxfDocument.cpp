@@ -40,27 +40,16 @@ std::vector<Tag> Document::Tags(uint32_t index) const {
 }
 
 void Document::TagsInto(uint32_t index, std::vector<Tag>& tags) const {
-  tags.clear();
   const EntityRecord& rec = records_[index];
-  if (rec.edit) {
-    for (const EditTag& t : *rec.edit) tags.push_back({t.code, t.value(), 0, 0, rec.line});
-    return;
-  }
-  Tagger tagger(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin));
-  Tag tag;
-  while (tagger.Next(tag) == Tagger::Result::Tag) tags.push_back(tag);
+  if (!rec.edit) return ViewTagsInto(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), tags);
+  tags.clear();
+  for (const EditTag& t : *rec.edit) tags.push_back({t.code, t.value(), 0, 0, rec.line});
 }
 
 void Document::XDataTagsInto(uint32_t index, std::vector<Tag>& tags) const {
   const EntityRecord& rec = records_[index];
-  if (rec.edit || !rec.xdataBegin) {
-    TagsInto(index, tags);
-    return;
-  }
-  tags.clear();
-  Tagger tagger(std::string_view(bytes_).substr(rec.xdataBegin, rec.end - rec.xdataBegin));
-  Tag tag;
-  while (tagger.Next(tag) == Tagger::Result::Tag) tags.push_back(tag);
+  if (rec.edit || !rec.xdataBegin) return TagsInto(index, tags);
+  ViewTagsInto(std::string_view(bytes_).substr(rec.xdataBegin, rec.end - rec.xdataBegin), tags);
 }
 
 bool Document::MayHaveXData(uint32_t index) const {

@@ -14,7 +14,6 @@ ObjectId IdOf(uint32_t index) { return ObjectId{index + 1}; }
 
 Point3 PointOf(const std::vector<Tag>& tags, int code) { return FirstPoint(tags, code).value_or(Point3{}); }
 
-
 class DxfWriteLock : public Drawing::WriteLock {};
 
 // Entity type names are ASCII: compared byte by byte, without regard to case.
@@ -297,8 +296,8 @@ ObjectId DxfDrawing::AddText(const TextEntity& text) {
 
 ObjectId DxfDrawing::AddLine(const LineEntity& line) {
   TagList tags = EntityHead("LINE", line.layer, line.colour, "AcDbLine");
+  StringStore& strings = doc_->strings();
   for (auto [code, p] : {std::pair{10, line.start}, std::pair{11, line.end}}) {
-    StringStore& strings = doc_->strings();
     tags.emplace_back(code, strings.Keep(FormatDouble(p.x)));
     tags.emplace_back(code + 10, strings.Keep(FormatDouble(p.y)));
     tags.emplace_back(code + 20, strings.Keep(FormatDouble(p.z)));

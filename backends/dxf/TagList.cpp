@@ -37,12 +37,11 @@ TagList ParseTags(std::string_view bytes, std::pmr::memory_resource* memory) {
   return tags;
 }
 
-std::vector<Tag> ViewTags(std::string_view bytes) {
-  std::vector<Tag> tags;
+void ViewTagsInto(std::string_view bytes, std::vector<Tag>& tags) {
+  tags.clear();
   Tagger tagger(bytes);
   Tag tag;
   while (tagger.Next(tag) == Tagger::Result::Tag) tags.push_back(tag);
-  return tags;
 }
 
 namespace {

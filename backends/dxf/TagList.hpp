@@ -3,7 +3,6 @@
 // views its value: in the file's bytes, or, new or changed, in the document's StringStore.
 #include <cstdint>
 #include <memory_resource>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,8 +57,8 @@ inline std::string_view ValueOf(const EditTag& tag) { return tag.value(); }
 
 // The tags of `bytes`, viewing them: `bytes` must outlive the list.
 TagList ParseTags(std::string_view bytes, std::pmr::memory_resource* memory = std::pmr::get_default_resource());
-// The tags of `bytes` without copying: views into the bytes.
-std::vector<Tag> ViewTags(std::string_view bytes);
+// The tags of `bytes` without copying, into `tags`: views into the bytes.
+void ViewTagsInto(std::string_view bytes, std::vector<Tag>& tags);
 
 // One pair as this backend writes it: the code right-aligned in three places.
 std::string FormatTag(int code, std::string_view value, std::string_view lineEnd);
