@@ -5,6 +5,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "dxf/StringStore.hpp"
 #include "dxf/TagList.hpp"
@@ -91,4 +92,52 @@ TEST(DxfValues, ACodeLineOfAnyLengthIsKept) {
   ASSERT_EQ(tags.size(), 1u);
   EXPECT_EQ(tags[0].original(), bytes);
   EXPECT_EQ(tags[0].value(), "LAYER");
+}
+
+// Pairs of every length, with "\n" or "\r\n", read alike wherever their line ends fall:
+// within the first 32 bytes of a pair or past them, and at the very end of the file.
+TEST(DxfValues, PairsReadAlikeWhereverTheirLineEndsFall) {
+  std::mt19937 random(7);
+  for (int file = 0; file < 300; ++file) {
+    std::string bytes;
+    std::vector<std::pair<int, std::string>> written;
+    int pairs = 1 + static_cast<int>(random() % 40);
+    for (int k = 0; k < pairs; ++k) {
+      int code = static_cast<int>(random() % 1072);
+      std::string value(random() % 45, 'v');
+      for (char& c : value) c = static_cast<char>('a' + random() % 26);
+      std::string pad(random() % 4, ' ');
+      const char* end = random() % 3 ? "\n" : "\r\n";
+      bytes += pad + std::to_string(code) + end + value;
+      if (k + 1 < pairs || value.empty() || random() % 2) bytes += end;
+      written.emplace_back(code, value);
+    }
+    Tagger tagger(bytes);
+    Tag tag;
+    uint32_t line = 1;
+    for (const auto& [code, value] : written) {
+      ASSERT_EQ(tagger.Next(tag), Tagger::Result::Tag) << bytes;
+      EXPECT_EQ(tag.code, code);
+      EXPECT_EQ(tag.value, value);
+      EXPECT_EQ(tag.line, line);
+      line += 2;
+    }
+    EXPECT_EQ(tag.end, bytes.size());
+    EXPECT_EQ(tagger.Next(tag), Tagger::Result::End);
+  }
+}
+
+TEST(DxfValues, ABadCodeOrAMissingValueIsToldWhereverItFalls) {
+  for (size_t lead = 0; lead < 40; ++lead) {
+    std::string good = "  0\n" + std::string(lead, 'x') + "\n";
+    Tag tag;
+    std::string badCode = good + "1x\nvalue\n" + std::string(40, '-') + "\n", cutShort = good + " 40";
+    Tagger bad(badCode);
+    ASSERT_EQ(bad.Next(tag), Tagger::Result::Tag);
+    EXPECT_EQ(bad.Next(tag), Tagger::Result::BadCode);
+    EXPECT_EQ(bad.errorLine(), 3u);
+    Tagger cut(cutShort);
+    ASSERT_EQ(cut.Next(tag), Tagger::Result::Tag);
+    EXPECT_EQ(cut.Next(tag), Tagger::Result::MissingValue);
+  }
 }
