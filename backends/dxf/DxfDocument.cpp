@@ -39,16 +39,42 @@ std::vector<Tag> Document::Tags(uint32_t index) const {
   return tags;
 }
 
+Tag Document::NotedTag(const EntityRecord& rec, uint32_t k, uint32_t from) const {
+  const PairRef& pair = pairs_[rec.firstPair + k];
+  uint32_t end = k + 1 < rec.pairCount ? pairs_[rec.firstPair + k + 1].offset : rec.end;
+  uint32_t valueBegin = pair.offset + pair.valueAt, valueEnd = end;
+  if (valueEnd > valueBegin && bytes_[valueEnd - 1] == '\n') --valueEnd;
+  if (valueEnd > valueBegin && bytes_[valueEnd - 1] == '\r') --valueEnd;
+  uint32_t base = pairs_[rec.firstPair + from].offset;
+  return Tag{pair.code, std::string_view(bytes_).substr(valueBegin, valueEnd - valueBegin), pair.offset - base, end - base,
+             1 + 2 * (k - from)};
+}
+
+void Document::NotedTagsInto(const EntityRecord& rec, uint32_t from, std::vector<Tag>& tags) const {
+  tags.clear();
+  for (uint32_t k = from; k < rec.pairCount; ++k) tags.push_back(NotedTag(rec, k, from));
+}
+
 void Document::TagsInto(uint32_t index, std::vector<Tag>& tags) const {
   const EntityRecord& rec = records_[index];
-  if (!rec.edit) return ViewTagsInto(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), tags);
-  tags.clear();
-  for (const EditTag& t : *rec.edit) tags.push_back({t.code, t.value(), 0, 0, rec.line});
+  if (rec.edit) {
+    tags.clear();
+    for (const EditTag& t : *rec.edit) tags.push_back({t.code, t.value(), 0, 0, rec.line});
+  } else if (rec.pairCount) {
+    NotedTagsInto(rec, 0, tags);
+  } else {
+    ViewTagsInto(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), tags);
+  }
 }
 
 void Document::XDataTagsInto(uint32_t index, std::vector<Tag>& tags) const {
   const EntityRecord& rec = records_[index];
   if (rec.edit || !rec.xdataBegin) return TagsInto(index, tags);
+  if (rec.pairCount) {
+    uint32_t from = rec.pairCount;
+    while (from > 0 && pairs_[rec.firstPair + from - 1].offset >= rec.xdataBegin) --from;
+    return NotedTagsInto(rec, from, tags);
+  }
   ViewTagsInto(std::string_view(bytes_).substr(rec.xdataBegin, rec.end - rec.xdataBegin), tags);
 }
 
@@ -70,10 +96,21 @@ std::string_view Document::LayerRaw(uint32_t index) const {
 TagList& Document::Edit(uint32_t index) {
   EntityRecord& rec = records_[index];
   if (!rec.edit) {
-    rec.edit = NewEdit(ParseTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), &editMemory_));
+    rec.edit = NewEdit(rec.pairCount ? NotedTagList(rec) : ParseTags(std::string_view(bytes_).substr(rec.begin, rec.end - rec.begin), &editMemory_));
     editedRecords_.push_back(index);
   }
   return *rec.edit;
+}
+
+TagList Document::NotedTagList(const EntityRecord& rec) {
+  TagList tags(&editMemory_);
+  // Room for the few tags an edit adds: a colour, a group of extended data.
+  tags.reserve(rec.pairCount + 4);
+  for (uint32_t k = 0; k < rec.pairCount; ++k) {
+    Tag t = NotedTag(rec, k, 0);
+    tags.emplace_back(t.code, std::string_view(bytes_).substr(rec.begin + t.offset, t.end - t.offset), t.value);
+  }
+  return tags;
 }
 
 TagList* Document::NewEdit(TagList tags) {

@@ -37,6 +37,14 @@ struct Segment {
   uint32_t record = kNoRecord;
 };
 
+// Where one pair of an entity lies in the file, noted while loading: the entity's tags are
+// found again without reading its lines.
+struct PairRef {
+  uint32_t offset = 0;  // its code line
+  int16_t code = 0;
+  uint16_t valueAt = 0;  // its value line, counted from the code line
+};
+
 // An entity of the ENTITIES section or of a block definition.
 struct EntityRecord {
   uint32_t begin = 0, end = 0;  // its bytes in the file (empty for a new entity)
@@ -52,6 +60,7 @@ struct EntityRecord {
   bool erased = false;
   uint32_t xdataBegin = 0;  // where the file's first group 1001 of it starts; 0 when it has none
   TagList* edit = nullptr;  // its tags once read for editing, written in place of its bytes
+  uint32_t firstPair = 0, pairCount = 0;  // its pairs in the document's table; none when not noted
 };
 
 // An entry of the LAYER or APPID table.
@@ -153,6 +162,11 @@ class Document {
     return segment.replacement < 0 ? nullptr : &replacements_[static_cast<size_t>(segment.replacement)];
   }
   TagList TableEntryTags(Kept type, Kept subclass, TextView name);
+  // Pair `k` of a record whose pairs were noted, its offsets and line counted from pair `from`
+  // as if the record were read from there.
+  Tag NotedTag(const EntityRecord& rec, uint32_t k, uint32_t from) const;
+  void NotedTagsInto(const EntityRecord& rec, uint32_t from, std::vector<Tag>& tags) const;
+  TagList NotedTagList(const EntityRecord& rec);
   size_t AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegment, const std::string& tableHandle,
                        TagList tags, TextView name);
 
@@ -173,6 +187,7 @@ class Document {
   std::vector<uint32_t> editedRecords_;  // the records with an edit, new ones included
   std::vector<std::unique_ptr<std::string>> ownedTypes_;  // the type names of new entities
   std::vector<EntityRecord> records_;
+  std::vector<PairRef> pairs_;
   std::vector<uint32_t> newRecords_;
   std::vector<TableEntry> layers_, appIds_;
   std::vector<BlockDefinition> blocks_;

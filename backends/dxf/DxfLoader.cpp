@@ -311,6 +311,40 @@ void Loader::Blocks() {
   }
 }
 
+namespace {
+
+// Notes an entity's pairs as they are read; an entity whose pairs do not follow one another
+// (a line stepped over while recovering) or whose code line is too long to note is read
+// again from its bytes when asked for.
+class PairNotes {
+ public:
+  PairNotes(std::vector<PairRef>& pairs, const char* bytes, const Tag& first)
+      : pairs_(pairs), bytes_(bytes), first_(static_cast<uint32_t>(pairs.size())), expected_(first.offset) {
+    Add(first);
+  }
+  void Add(const Tag& t) {
+    uint32_t valueAt = static_cast<uint32_t>(t.value.data() - bytes_) - t.offset;
+    noted_ = noted_ && t.offset == expected_ && valueAt <= UINT16_MAX;
+    expected_ = t.end;
+    pairs_.push_back({t.offset, static_cast<int16_t>(t.code), static_cast<uint16_t>(valueAt)});
+  }
+  void Finish(EntityRecord& rec) {
+    if (noted_ && expected_ == rec.end) {
+      rec.firstPair = first_, rec.pairCount = static_cast<uint32_t>(pairs_.size()) - first_;
+    } else {
+      pairs_.resize(first_);
+    }
+  }
+
+ private:
+  std::vector<PairRef>& pairs_;
+  const char* bytes_;
+  uint32_t first_, expected_;
+  bool noted_ = true;
+};
+
+}  // namespace
+
 void Loader::Entities(int32_t block) {
   uint32_t owner = 0;
   while (have_ && !AtAny({"ENDSEC", "ENDBLK", "EOF"}) && !(block < 0 && At("SECTION"))) {
@@ -324,7 +358,9 @@ void Loader::Entities(int32_t block) {
     rec.line = cur_.line;
     rec.type = Keyword(cur_.value);
     rec.block = block;
+    PairNotes notes(doc_.pairs_, doc_.bytes_.data(), cur_);
     ReadRecord([&](const Tag& t) {
+      notes.Add(t);
       switch (t.code) {
         case 5: rec.handle = ParseHandle(t.value), doc_.hasHandles_ = true; break;
         case 8: rec.layer = t.value; break;
@@ -335,6 +371,7 @@ void Loader::Entities(int32_t block) {
       }
     });
     rec.end = Here();
+    notes.Finish(rec);
     const uint32_t index = static_cast<uint32_t>(doc_.records_.size());
     if (block < 0) rec.segment = AddSegment(rec.begin, rec.end, index - 1);
     if (rec.type == "VERTEX" || rec.type == "ATTRIB" || rec.type == "SEQEND") {
@@ -350,6 +387,8 @@ std::unique_ptr<Document> Document::Load(std::string bytes, bool recover, std::v
   std::unique_ptr<Document> doc(new Document());
   doc->bytes_ = std::move(bytes);
   if (doc->bytes_.size() >= UINT32_MAX) throw DxfError(1, "the file is larger than 4 GB");
+  // Pairs are rarely shorter than 10 bytes; room not used is never touched.
+  doc->pairs_.reserve(doc->bytes_.size() / 10);
   Loader(*doc, recover, problems).Run();
   return doc;
 }

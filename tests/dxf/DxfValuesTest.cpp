@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "dxf/DxfDocument.hpp"
 #include "dxf/StringStore.hpp"
 #include "dxf/TagList.hpp"
 #include "dxf/Tagger.hpp"
@@ -139,5 +140,64 @@ TEST(DxfValues, ABadCodeOrAMissingValueIsToldWhereverItFalls) {
     Tagger cut(cutShort);
     ASSERT_EQ(cut.Next(tag), Tagger::Result::Tag);
     EXPECT_EQ(cut.Next(tag), Tagger::Result::MissingValue);
+  }
+}
+
+namespace {
+void ExpectSameTags(const std::vector<Tag>& noted, const std::vector<Tag>& read) {
+  ASSERT_EQ(noted.size(), read.size());
+  for (size_t k = 0; k < read.size(); ++k) {
+    EXPECT_EQ(noted[k].code, read[k].code);
+    EXPECT_EQ(noted[k].value, read[k].value);
+    EXPECT_EQ(noted[k].offset, read[k].offset);
+    EXPECT_EQ(noted[k].end, read[k].end);
+    EXPECT_EQ(noted[k].line, read[k].line);
+  }
+}
+
+// Every entity's tags, its extended data and its list for editing, from the noted pairs and
+// from its bytes read again.
+void ExpectNotedTagsAsRead(Document& doc) {
+  std::vector<Tag> noted, read;
+  for (uint32_t i = 0; i < doc.records().size(); ++i) {
+    const EntityRecord& rec = doc.records()[i];
+    doc.TagsInto(i, noted);
+    ViewTagsInto(doc.source().substr(rec.begin, rec.end - rec.begin), read);
+    ExpectSameTags(noted, read);
+    if (rec.xdataBegin) {
+      doc.XDataTagsInto(i, noted);
+      ViewTagsInto(doc.source().substr(rec.xdataBegin, rec.end - rec.xdataBegin), read);
+      ExpectSameTags(noted, read);
+      EXPECT_EQ(noted.front().value, "TQ_STDINF01");
+    }
+    TagList again = ParseTags(doc.source().substr(rec.begin, rec.end - rec.begin));
+    const TagList& edit = doc.Edit(i);
+    ASSERT_EQ(edit.size(), again.size());
+    for (size_t k = 0; k < edit.size(); ++k) EXPECT_EQ(edit[k].original(), again[k].original());
+  }
+}
+}  // namespace
+
+// The pairs noted while loading give an entity's tags exactly as reading its bytes again does:
+// with "\r\n", empty values, extended data, a code line too long to note, and a last entity
+// whose value line ends a recovered file.
+TEST(DxfValues, TagsNotedWhileLoadingMatchTagsReadAgain) {
+  for (const char* end : {"\n", "\r\n"}) {
+    auto line = [&](std::string s) { return s + end; };
+    std::string bytes = line("  0") + line("SECTION") + line("  2") + line("ENTITIES");
+    bytes += line("  0") + line("LINE") + line("  8") + line("") + line(" 10") + line("1.5") + line(" 11") + line("2");
+    bytes += line("  0") + line("TEXT") + line("  8") + line("5") + line("  1") + line("M-1") + line("1001") +
+             line("TQ_STDINF01") + line("1000") + line("a,b") + line("1000") + line("");
+    bytes += line("  0") + line("POINT") + std::string(70000, ' ') + line("8") + line("0") + line(" 10") + line("0");
+    auto whole = Document::Load(bytes + line("  0") + line("ENDSEC") + line("  0") + "EOF", false);
+    ASSERT_EQ(whole->records().size(), 3u);
+    EXPECT_GT(whole->records()[1].pairCount, 0u);
+    EXPECT_EQ(whole->records()[2].pairCount, 0u) << "a code line too long to note is read again";
+    ExpectNotedTagsAsRead(*whole);
+    std::vector<Problem> problems;
+    auto cut = Document::Load(bytes + line("  0") + line("LINE") + line("  8") + "0", true, &problems);
+    ASSERT_EQ(cut->records().size(), 4u);
+    EXPECT_GT(cut->records()[3].pairCount, 0u);
+    ExpectNotedTagsAsRead(*cut);
   }
 }
