@@ -1,6 +1,7 @@
 #include "dxf/DxfDrawing.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <thread>
 
 #include "base/Paths.hpp"
@@ -94,30 +95,37 @@ ExtentsCalculator& DxfDrawing::Calculator() const {
 Box DxfDrawing::WindowBox(uint32_t index) const { return Calculator().WindowBoxOf(index); }
 
 // The boxes of a large drawing are computed on two threads, each with a calculator of its
-// own over the unchanging document; the extents found are kept for later queries.
+// own over the unchanging document, taking the entities in chunks; the extents found are
+// kept for later queries.
 void DxfDrawing::BuildIndex() const {
   const auto& records = doc_->records();
   for (uint32_t i = 0; i < records.size(); ++i) {
     const EntityRecord& rec = records[i];
     if (rec.block < 0 && rec.owner == 0 && !rec.paperSpace) indexedRecords_.push_back(i);
   }
-  size_t n = indexedRecords_.size();
-  std::vector<Box> windows(n), extents(n);
-  auto compute = [&](size_t from, size_t to) {
+  const size_t n = indexedRecords_.size(), chunk = 4096;
+  std::vector<FlatBox> windows(n);
+  std::vector<Box> boxes(records.size());
+  std::vector<char> known(records.size());
+  std::atomic<size_t> next{0};
+  auto compute = [&] {
     ExtentsCalculator calculator(*doc_);
-    for (size_t k = from; k < to; ++k) {
-      extents[k] = calculator.BoxOf(indexedRecords_[k]);
-      windows[k] = calculator.WindowBoxOf(indexedRecords_[k]);
-    }
+    for (size_t from; (from = next.fetch_add(chunk)) < n;)
+      for (size_t k = from; k < std::min(n, from + chunk); ++k) {
+        uint32_t i = indexedRecords_[k];
+        boxes[i] = calculator.Fresh(i);
+        known[i] = 1;
+        windows[k] = FlatBox(calculator.WindowBoxFrom(i, boxes[i]));
+      }
   };
   if (n > 20000 && std::thread::hardware_concurrency() > 1) {
-    std::thread second(compute, n / 2, n);
-    compute(0, n / 2);
+    std::thread second(compute);
+    compute();
     second.join();
   } else {
-    compute(0, n);
+    compute();
   }
-  for (size_t k = 0; k < n; ++k) Calculator().Seed(indexedRecords_[k], extents[k]);
+  Calculator().Adopt(std::move(boxes), std::move(known));
   index_ = std::make_unique<SpatialIndex>(std::move(windows));
 }
 

@@ -230,17 +230,25 @@ Box ExtentsCalculator::BoxOf(uint32_t index) {
   return box;
 }
 
-void ExtentsCalculator::Seed(uint32_t index, const Box& box) {
-  if (index >= boxes_.size()) {
-    boxes_.resize(doc_.records().size());
-    known_.resize(doc_.records().size());
+void ExtentsCalculator::Adopt(std::vector<Box> boxes, std::vector<char> known) {
+  if (boxes_.empty()) {
+    boxes_ = std::move(boxes), known_ = std::move(known);
+    return;
   }
-  boxes_[index] = box;
-  known_[index] = 1;
+  for (size_t i = 0; i < known.size() && i < known_.size(); ++i)
+    if (known[i] && !known_[i]) boxes_[i] = boxes[i], known_[i] = 1;
 }
 
-Box ExtentsCalculator::WindowBoxOf(uint32_t index) {
-  Box box = BoxOf(index);
+Box ExtentsCalculator::Fresh(uint32_t index) {
+  ++depth_;
+  Box box = Compute(index);
+  --depth_;
+  return box;
+}
+
+Box ExtentsCalculator::WindowBoxOf(uint32_t index) { return WindowBoxFrom(index, BoxOf(index)); }
+
+Box ExtentsCalculator::WindowBoxFrom(uint32_t index, Box box) {
   std::string_view type = doc_.records()[index].type;
   if (type == "TEXT" || type == "ATTDEF") {
     if (textPointOf_ != index) {

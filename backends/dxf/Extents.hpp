@@ -24,8 +24,12 @@ class ExtentsCalculator {
   Box BoxOf(uint32_t index);
   // The extents with a text's insertion point: what a window query looks at.
   Box WindowBoxOf(uint32_t index);
-  // Takes a box computed by another calculator of the same document.
-  void Seed(uint32_t index, const Box& box);
+  // Computed and not kept, for a pass over every entity that keeps the boxes itself; the
+  // window box from the box just computed.
+  Box Fresh(uint32_t index);
+  Box WindowBoxFrom(uint32_t index, Box box);
+  // Takes the boxes other calculators of the same document computed: boxes[i] wherever known[i].
+  void Adopt(std::vector<Box> boxes, std::vector<char> known);
 
  private:
   Box Compute(uint32_t index);
