@@ -54,6 +54,18 @@ TEST(HalfWidth, KatakanaWithVoicedMarksSplitIntoHalfWidthMarks) {
   EXPECT_EQ(ToHalfWidth(u"ポンプー"), u"ﾎﾟﾝﾌﾟｰ");
 }
 
+// Everything below the Hangul letters is left alone by the mapping: shown here through the
+// mapping itself, made to run by a full-width letter at the end.
+TEST(HalfWidth, CharactersBelowTheHangulLettersStayAsTheyAre) {
+  Text below;
+  for (char16_t c = 0x20; c < 0x1100; ++c) below += c;
+  Text mapped = ToHalfWidth(below + u"Ａ");
+  ASSERT_EQ(mapped.size(), below.size() + 1);
+  for (size_t i = 0; i < below.size(); ++i) ASSERT_EQ(mapped[i], below[i]) << std::hex << static_cast<int>(below[i]);
+  EXPECT_EQ(ToHalfWidth(u"M-1"), u"M-1");
+  EXPECT_EQ(ToHalfWidth(u"ᄀ←│■○"), u"ﾡ￩￨￭￮");
+}
+
 TEST(HalfWidth, KanjiAndHiraganaStayAsTheyAre) { EXPECT_EQ(ToHalfWidth(u"標準図の１"), u"標準図の1"); }
 
 TEST(Format, QuantityFormatIsTheGeneralFormatsOneDecimal) {
