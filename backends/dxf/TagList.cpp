@@ -69,10 +69,23 @@ std::string FormatTag(int code, std::string_view value, std::string_view lineEnd
 }
 
 void AppendSerialized(std::string& out, const TagList& tags, std::string_view lineEnd) {
+  // Unchanged pairs that follow one another in the file go out as one piece.
+  const char *runBegin = nullptr, *runEnd = nullptr;
+  auto flushRun = [&] {
+    if (runBegin) out.append(runBegin, static_cast<size_t>(runEnd - runBegin));
+    runBegin = runEnd = nullptr;
+  };
   for (const EditTag& tag : tags) {
-    if (!tag.isChanged() && !tag.isNew()) out += tag.original();
-    else AppendTag(out, tag.code, tag.value(), lineEnd);
+    if (!tag.isChanged() && !tag.isNew()) {
+      std::string_view original = tag.original();
+      if (original.data() != runEnd) flushRun(), runBegin = original.data();
+      runEnd = original.data() + original.size();
+    } else {
+      flushRun();
+      AppendTag(out, tag.code, tag.value(), lineEnd);
+    }
   }
+  flushRun();
 }
 
 std::string Serialize(const TagList& tags, std::string_view lineEnd) {
