@@ -79,8 +79,8 @@ class DxfDrawing : public Drawing {
   Box WindowBox(uint32_t index) const;
 
   mutable std::unique_ptr<ExtentsCalculator> extents_;
-  mutable std::vector<Tag> scratch_;
-  Text lastRegistered_;  // the application last written, registered since  // reused by every read of extended data
+  mutable std::vector<Tag> scratch_;  // reused by every read of extended data
+  Text lastRegistered_;               // the application last written, registered since
   // Built on the first window query and kept current as entities are added.
   mutable std::unique_ptr<SpatialIndex> index_;
   mutable std::vector<uint32_t> indexedRecords_;  // item → record, ascending
