@@ -1,7 +1,10 @@
 #include "dxf/DxfDrawing.hpp"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <cstddef>
+#include <memory_resource>
 #include <thread>
 
 #include "base/Paths.hpp"
@@ -337,7 +340,11 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   uint32_t index = id.value - 1;
   TagList& tags = doc_->Edit(index);
-  TagList group = XDataGroup(application, lines, doc_->codec(), doc_->strings());
+  // The group lives only until it is copied into the entity's tags: on the stack, for a
+  // marking writes one to each of hundreds of thousands of entities.
+  std::array<std::byte, 2048> room;
+  std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
+  TagList group = XDataGroup(application, lines, doc_->codec(), doc_->strings(), &memory);
   if (XDataSizeWithout(tags, application, doc_->codec()) + XDataSize(group) > kXDataLimit) return EditResult::TooLarge;
   ReplaceXDataGroup(tags, application, std::move(group), doc_->codec());
   // AutoCAD refuses a drawing whose extended data names an unregistered application.

@@ -68,8 +68,11 @@ std::vector<std::string> SplitEncoded(TextView line, const DxfCodec& codec, size
   return pieces;
 }
 
-TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store) {
-  TagList group{EditTag(1001, store.Keep(codec.Encode(application)))};
+TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store,
+                   std::pmr::memory_resource* memory) {
+  TagList group(memory);
+  group.reserve(lines.size() + 1);
+  group.emplace_back(1001, store.Keep(codec.Encode(application)));
   for (const Text& line : lines) {
     std::string whole = codec.Encode(line);
     if (whole.size() <= kXDataStringLimit) {

@@ -24,7 +24,8 @@ bool HasXDataGroup(const std::vector<Tag>& tags, TextView application, const Dxf
 
 // The group of `application` holding these lines: a line longer than one string may hold
 // is written as several strings inside a "{" … "}" pair.
-TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store);
+TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store,
+                   std::pmr::memory_resource* memory = std::pmr::get_default_resource());
 // Replaces the group of `application` by `group`, or appends it at the end of the entity's
 // extended data.
 void ReplaceXDataGroup(TagList& tags, TextView application, TagList group, const DxfCodec& codec);
