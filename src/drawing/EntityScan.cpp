@@ -40,7 +40,9 @@ bool SelectInRect(const Drawing& drawing, SelectMode mode, const Point3& ul, con
 
 bool CollectSheetNumberTexts(const DrawingContext& context, std::vector<ObjectId>& out) {
   out.clear();
-  for (ObjectId id : context.drawing.SelectAll({u"TEXT", u""}))
+  // The selection by layer only narrows the texts to look at; each is still checked as the
+  // rule says.
+  for (ObjectId id : context.drawing.SelectAll({u"TEXT", context.layers.sheetNumberLayer}))
     if (IsSheetNumberText(context, id)) out.push_back(id);
   return !out.empty();
 }
