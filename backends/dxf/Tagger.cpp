@@ -123,7 +123,7 @@ Tagger::Result Tagger::Next(Tag& tag) {
   uint32_t afterCode, afterValue;
 #ifdef __SSE2__
   // A pair usually fits in 32 bytes: both its line ends are found at once.
-  if (data_.size() - pos_ >= 32 && pos_ < data_.size()) {
+  if (pos_ < data_.size() && data_.size() - pos_ >= 32) {
     const char* p = data_.data() + pos_;
     const __m128i newline = _mm_set1_epi8('\n');
     uint32_t low = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), newline)));
