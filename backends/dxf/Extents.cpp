@@ -249,7 +249,8 @@ Box ExtentsCalculator::Fresh(uint32_t index) {
 Box ExtentsCalculator::WindowBoxOf(uint32_t index) { return WindowBoxFrom(index, BoxOf(index)); }
 
 Box ExtentsCalculator::WindowBoxFrom(uint32_t index, Box box) {
-  if (WindowAddsInsertionPoint(doc_.records()[index].type)) {
+  std::string_view type = doc_.records()[index].type;
+  if (type == "TEXT" || type == "ATTDEF") {
     if (textPointOf_ != index) {
       std::vector<Tag>& tags = Scratch();
       doc_.TagsInto(index, tags);
@@ -260,9 +261,11 @@ Box ExtentsCalculator::WindowBoxFrom(uint32_t index, Box box) {
   return box;
 }
 
-bool HasOwnBox(std::string_view type) { return type != "POLYLINE" && type != "INSERT" && type != "DIMENSION"; }
-
-Box OwnBox(std::string_view type, const std::vector<Tag>& tags, const DxfCodec& codec) {
+Box ExtentsCalculator::Compute(uint32_t index) {
+  const EntityRecord& rec = doc_.records()[index];
+  std::vector<Tag>& tags = Scratch();
+  doc_.TagsInto(index, tags);
+  std::string_view type = rec.type;
   Box box;
   if (type == "LINE" || type == "POINT" || type == "SOLID" || type == "3DFACE" || type == "TRACE" || type == "SPLINE") {
     // Their defining points: end points, corners, or the control points (group 10) of a
@@ -294,28 +297,22 @@ Box OwnBox(std::string_view type, const std::vector<Tag>& tags, const DxfCodec& 
     AddEllipse(box, c, a, b, NumberOf(tags, 41), NumberOf(tags, 42, 2 * kPi));
     return box;
   }
-  if (type == "TEXT" || type == "ATTRIB" || type == "ATTDEF") return TextBox(tags, codec);
-  if (type == "MTEXT") return MTextBox(tags, codec);
+  if (type == "TEXT" || type == "ATTRIB" || type == "ATTDEF") {
+    textPoint_ = FirstPoint(tags, 10), textPointOf_ = index;
+    return TextBox(tags, doc_.codec());
+  }
+  if (type == "MTEXT") return MTextBox(tags, doc_.codec());
   if (type == "LWPOLYLINE") return LwPolylineBox(tags);
-  if (type == "HATCH") return HatchBox(tags);
-  return CoordinateBox(tags);
-}
-
-bool WindowAddsInsertionPoint(std::string_view type) { return type == "TEXT" || type == "ATTDEF"; }
-
-Box ExtentsCalculator::Compute(uint32_t index) {
-  const EntityRecord& rec = doc_.records()[index];
-  std::vector<Tag>& tags = Scratch();
-  doc_.TagsInto(index, tags);
-  std::string_view type = rec.type;
-  if (type == "TEXT" || type == "ATTRIB" || type == "ATTDEF") textPoint_ = FirstPoint(tags, 10), textPointOf_ = index;
-  if (HasOwnBox(type)) return OwnBox(type, tags, doc_.codec());
   if (type == "POLYLINE") return PolylineBox(index, tags);
   if (type == "INSERT") return InsertBox(index, tags);
-  // DIMENSION: the dimension's anonymous block, drawn where it stands.
-  if (auto block = doc_.FindBlock(doc_.codec().Decode(StringOf(tags, 2)))) {
-    Box b = BlockBox(*block);
-    if (!b.empty()) return b;
+  if (type == "HATCH") return HatchBox(tags);
+  if (type == "DIMENSION") {
+    // The dimension's anonymous block, drawn where it stands.
+    if (auto block = doc_.FindBlock(doc_.codec().Decode(StringOf(tags, 2)))) {
+      Box b = BlockBox(*block);
+      if (!b.empty()) return b;
+    }
+    return CoordinateBox(tags);
   }
   return CoordinateBox(tags);
 }

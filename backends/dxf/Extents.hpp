@@ -14,13 +14,6 @@ namespace tq::dxf {
 // character and "%%u", "%%o" as none.
 double TextWidthInHeights(TextView text);
 
-// Whether an entity's box follows from its own tags alone, not from a block or from the
-// records after it: such a box can be worked out before the rest of the drawing is read.
-bool HasOwnBox(std::string_view type);
-Box OwnBox(std::string_view type, const std::vector<Tag>& tags, const DxfCodec& codec);
-// Whether a window query looks at the entity's insertion point besides its extents (texts).
-bool WindowAddsInsertionPoint(std::string_view type);
-
 class ExtentsCalculator {
  public:
   explicit ExtentsCalculator(const Document& doc) : doc_(doc) {}
