@@ -116,44 +116,43 @@ inline bool ParseCode(std::string_view line, int& out) {
   return true;
 }
 
+// A pair usually fits in 32 bytes: both its line ends are found at once. False when the
+// 32 bytes from `pos` do not hold both.
+inline bool ReadShortPair(std::string_view data, uint32_t pos, std::string_view& codeLine, std::string_view& value,
+                          uint32_t& next) {
+#ifdef __SSE2__
+  if (pos >= data.size() || data.size() - pos < 32) return false;
+  const char* p = data.data() + pos;
+  const __m128i newline = _mm_set1_epi8('\n');
+  auto ends16 = [&](const char* at) {
+    return static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)), newline)));
+  };
+  uint32_t ends = ends16(p) | (ends16(p + 16) << 16);
+  if (!(ends & (ends - 1))) return false;
+  uint32_t codeEnd = static_cast<uint32_t>(__builtin_ctz(ends)), valueEnd = static_cast<uint32_t>(__builtin_ctz(ends & (ends - 1)));
+  codeLine = LineBefore(p, codeEnd);
+  value = LineBefore(p + codeEnd + 1, valueEnd - codeEnd - 1);
+  next = pos + valueEnd + 1;
+  return true;
+#else
+  (void)data, (void)pos, (void)codeLine, (void)value, (void)next;
+  return false;
+#endif
+}
+
 }  // namespace
 
 Tagger::Result Tagger::Next(Tag& tag) {
   std::string_view codeLine, value;
-  uint32_t afterCode, afterValue;
-#ifdef __SSE2__
-  // A pair usually fits in 32 bytes: both its line ends are found at once.
-  if (pos_ < data_.size() && data_.size() - pos_ >= 32) {
-    const char* p = data_.data() + pos_;
-    const __m128i newline = _mm_set1_epi8('\n');
-    uint32_t low = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)), newline)));
-    uint32_t high = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16)), newline)));
-    uint32_t ends = low | (high << 16);
-    if (ends & (ends - 1)) {
-      uint32_t codeEnd = static_cast<uint32_t>(__builtin_ctz(ends)), valueEnd = static_cast<uint32_t>(__builtin_ctz(ends & (ends - 1)));
-      int code;
-      if (!ParseCode(LineBefore(p, codeEnd), code)) {
-        errorLine_ = line_;
-        return Result::BadCode;
-      }
-      tag.code = code;
-      tag.value = LineBefore(p + codeEnd + 1, valueEnd - codeEnd - 1);
-      tag.offset = pos_;
-      tag.end = pos_ + valueEnd + 1;
-      tag.line = line_;
-      pos_ = tag.end;
-      line_ += 2;
-      return Result::Tag;
-    }
-  }
-#endif
-  if (!ReadLine(data_, pos_, codeLine, afterCode)) return Result::End;
+  uint32_t afterCode = 0, afterValue = 0;
+  bool whole = ReadShortPair(data_, pos_, codeLine, value, afterValue);
+  if (!whole && !ReadLine(data_, pos_, codeLine, afterCode)) return Result::End;
   int code;
   if (!ParseCode(codeLine, code)) {
     errorLine_ = line_;
     return Result::BadCode;
   }
-  if (!ReadLine(data_, afterCode, value, afterValue)) {
+  if (!whole && !ReadLine(data_, afterCode, value, afterValue)) {
     errorLine_ = line_;
     return Result::MissingValue;
   }
