@@ -95,6 +95,8 @@ class Loader {
   void Entities(int32_t block);
   void SkipRecord();
   void SkipToEndOfSection();
+  // Whether a record "0 keyword" starts here; else what stands here is told and stepped over.
+  bool AtRecord(std::string_view keyword);
   template <class OnTag>
   void ReadRecord(OnTag onTag);
 
@@ -234,13 +236,17 @@ void Loader::Header() {
   if (!textStyle.empty()) doc_.currentTextStyle_ = doc_.codec_->Decode(textStyle);
 }
 
+bool Loader::AtRecord(std::string_view keyword) {
+  if (At(keyword)) return true;
+  Fail(cur_.line, "expected \"0 " + std::string(keyword) + "\", found " + Describe());
+  if (cur_.code == 0) SkipRecord();
+  else Next();
+  return false;
+}
+
 void Loader::Tables() {
   while (have_ && !AtAny({"ENDSEC", "EOF"})) {
-    if (!At("TABLE")) {
-      Fail(cur_.line, "expected \"0 TABLE\", found " + Describe());
-      if (cur_.code == 0) SkipRecord(); else Next();
-      continue;
-    }
+    if (!AtRecord("TABLE")) continue;
     std::string table, handle;
     ReadRecord([&](const Tag& t) {
       if (t.code == 2) table = std::string(Keyword(t.value));
@@ -288,11 +294,7 @@ void Loader::Tables() {
 
 void Loader::Blocks() {
   while (have_ && !AtAny({"ENDSEC", "EOF"})) {
-    if (!At("BLOCK")) {
-      Fail(cur_.line, "expected \"0 BLOCK\", found " + Describe());
-      if (cur_.code == 0) SkipRecord(); else Next();
-      continue;
-    }
+    if (!AtRecord("BLOCK")) continue;
     BlockDefinition block;
     std::string_view name;
     ReadRecord([&](const Tag& t) {
