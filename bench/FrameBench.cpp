@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
   }
   if (mode == "load") {
     // The time to load the drawing, as a process like tqstd's: the yardstick of the commands.
-    auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf");
+    auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf").value();
     return drawing->document().records().empty() ? 1 : 0;
   }
   if (mode != "mark") return 2;
@@ -56,7 +56,7 @@ int main(int argc, char** argv) {
   std::ostringstream sink;
   tq::ConsoleEditor editor(sink);
   auto start = Clock::now();
-  auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf");
+  auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf").value();
   double load = Since(start);
   tq::DrawingContext context{*drawing, editor, settings, *settings.LoadLayerSettings()};
   start = Clock::now();
