@@ -263,8 +263,19 @@ EditResult DxfDrawing::SetColourIndex(ObjectId id, int colour) {
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   uint32_t index = id.value - 1;
   SetColour(index, colour);
-  for (uint32_t i = index + 1; i < doc_->records().size() && doc_->records()[i].owner == index + 1; ++i) SetColour(i, colour);
+  // The end of the sequence has no colour to be seen: it keeps its own.
+  for (uint32_t i = index + 1; i < doc_->records().size() && doc_->records()[i].owner == index + 1; ++i)
+    if (doc_->records()[i].type != "SEQEND") SetColour(i, colour);
   return EditResult::Ok;
+}
+
+std::vector<ObjectId> DxfDrawing::SubEntities(ObjectId id) const {
+  std::vector<ObjectId> subs;
+  if (!Record(id)) return subs;
+  const auto& records = doc_->records();
+  for (uint32_t i = id.value; i < records.size() && records[i].owner == id.value; ++i)
+    if (!records[i].erased && records[i].type != "SEQEND") subs.push_back(IdOf(i));
+  return subs;
 }
 
 EditResult DxfDrawing::Erase(ObjectId id) {

@@ -34,6 +34,7 @@ class DxfDrawing : public Drawing {
   Text Layer(ObjectId id) const override;
   int ColourIndex(ObjectId id) const override;
   EditResult SetColourIndex(ObjectId id, int colour) override;
+  std::vector<ObjectId> SubEntities(ObjectId id) const override;
   EditResult Erase(ObjectId id) override;
   std::optional<std::pair<double, double>> TextStyleExtents(TextView text) const override;
   Text Handle(ObjectId id) const override;

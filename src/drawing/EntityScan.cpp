@@ -57,13 +57,14 @@ void SplitByInfoRecord(const Drawing& drawing, std::vector<ObjectId>& list, std:
   list = std::move(with);
 }
 
-void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark) {
+size_t MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark) {
   context.editor.BeginWaitCursor();
   if (markingBusy) {
     context.editor.EndWaitCursor();
-    return;
+    return 0;
   }
   markingBusy = true;
+  size_t changedFrames = 0;
   {
     auto lock = context.drawing.LockForWrite();
     int colour = mark ? context.settings.ReadChangeColour() : 1;
@@ -74,16 +75,20 @@ void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& shee
       if (!text) continue;
       WarnIfNoFrameGrid(grid, context.editor);
       FramePolygon polygon;
-      if (LocateFrame(GridOf(grid), text->position, polygon)) MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour);
+      if (LocateFrame(GridOf(grid), text->position, polygon) &&
+          MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour) > 0)
+        ++changedFrames;
     }
   }
   markingBusy = false;
   context.editor.EndWaitCursor();
+  return changedFrames;
 }
 
-void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour) {
+size_t MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour) {
   std::vector<ObjectId> ids;
-  if (!SelectInRect(drawing, SelectMode::All, UpperLeft(polygon), LowerRight(polygon), ids)) return;
+  if (!SelectInRect(drawing, SelectMode::All, UpperLeft(polygon), LowerRight(polygon), ids)) return 0;
+  size_t changed = 0;
   for (ObjectId id : ids) {
     std::optional<XDataLines> saved = drawing.ReadXData(id, kCheckApplication);
     int newColour;
@@ -98,11 +103,23 @@ void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& pol
     // entity that cannot be opened for writing (a locked layer) is left alone.
     if (mark && drawing.WriteXData(id, kCheckApplication, {FormatDecimal(drawing.ColourIndex(id))}) != EditResult::Ok)
       continue;
+    // Its attributes and vertices, which take its colour, each save their own.
+    std::vector<ObjectId> subs = drawing.SubEntities(id);
+    if (mark)
+      for (ObjectId sub : subs) drawing.WriteXData(sub, kCheckApplication, {FormatDecimal(drawing.ColourIndex(sub))});
     if (drawing.SetColourIndex(id, newColour) != EditResult::Ok) continue;
-    if (!mark) drawing.RemoveXData(id, kCheckApplication);
+    ++changed;
+    if (mark) continue;
+    drawing.RemoveXData(id, kCheckApplication);
+    for (ObjectId sub : subs)
+      if (std::optional<XDataLines> own = drawing.ReadXData(sub, kCheckApplication); own && !own->empty()) {
+        drawing.SetColourIndex(sub, _wtoi((*own)[0]));
+        drawing.RemoveXData(sub, kCheckApplication);
+      }
   }
   drawing.FlushGraphics();
   editor.UpdateDisplay();
+  return changed;
 }
 
 }  // namespace tq
