@@ -257,9 +257,9 @@ std::optional<uint64_t> Document::WrittenHandSeed() const {
   uint64_t seed = fileHandSeed_;
   bool newHandles = !NewEntries(appIds_).empty() || !NewEntries(layers_).empty();
   for (uint32_t i : newRecords_) newHandles = newHandles || !records_[i].erased;
+  // Past every handle given out, which are above every handle in use: a seed at or below one
+  // is put right whenever something new is saved. With nothing new, the file's seed stands.
   if (newHandles && handSeedKnown_) seed = std::max(seed, handSeed_);
-  // A seed at or below a handle in use is put right whenever the drawing is saved changed.
-  if (modified_ && hasHandles_ && seed <= highestHandle_) seed = highestHandle_ + 1;
   if (seed == fileHandSeed_) return std::nullopt;
   return seed;
 }

@@ -115,6 +115,8 @@ class Document {
   // $DWGCODEPAGE as the file gives it; empty when it gives none.
   const std::string& dwgCodePage() const { return dwgCodePage_; }
   bool isR12() const { return version_ < "AC1012"; }
+  // Whether some entity of the file gives its by-layer colour as an explicit "62 256".
+  bool spellsOutByLayer() const { return spellsOutByLayer_; }
   std::string_view lineEnd() const { return lineEnd_; }
 
   std::vector<EntityRecord>& records() { return records_; }
@@ -237,6 +239,7 @@ class Document {
   uint32_t handSeedSegment_ = kNoSegment;
   uint64_t handSeed_ = 0, fileHandSeed_ = 0, highestHandle_ = 0;
   bool hasHandles_ = false;
+  bool spellsOutByLayer_ = false;
   bool handSeedKnown_ = false;
   bool modified_ = false;
   std::string tail_;  // what a recovered file lacked at its end ("ENDSEC", "EOF")

@@ -238,8 +238,8 @@ int DxfDrawing::ColourIndex(ObjectId id) const {
 }
 
 // By-layer is written as no colour tag at all, as AutoCAD writes it, unless the file held an
-// explicit 256 there: so marking and restoring leave the entity as it was, also when the
-// marked drawing was saved in between.
+// explicit 256 there or its writer spells by-layer out: so marking and restoring leave the
+// entity as it was, also when the marked drawing was saved in between.
 void DxfDrawing::SetColour(uint32_t index, int colour) {
   EntityRecord& rec = doc_->records()[index];
   if (rec.colour == colour && !rec.edit) return;
@@ -248,7 +248,10 @@ void DxfDrawing::SetColour(uint32_t index, int colour) {
   if (found != tags.end()) {
     long long original = 0;
     bool originalByLayer = !found->isNew() && ParseInt(found->originalValue(), original) && original == kColourByLayer;
-    if (colour == kColourByLayer && !originalByLayer) tags.erase(found);
+    // A drawing whose writer spells by-layer out as "256" gets it spelt out again, unless the
+    // pair was added here.
+    bool spelt = originalByLayer || (!found->isNew() && doc_->spellsOutByLayer());
+    if (colour == kColourByLayer && !spelt) tags.erase(found);
     else SetTagInt(*found, colour, doc_->strings());
   } else if (colour != kColourByLayer) {
     auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });

@@ -396,7 +396,10 @@ void Loader::Entities(int32_t block) {
           doc_.highestHandle_ = std::max(doc_.highestHandle_, rec.handle);
           break;
         case 8: rec.layer = t.value; break;
-        case 62: rec.colour = static_cast<int>(std::strtol(std::string(TrimNumber(t.value)).c_str(), nullptr, 10)); break;
+        case 62:
+          rec.colour = static_cast<int>(std::strtol(std::string(TrimNumber(t.value)).c_str(), nullptr, 10));
+          doc_.spellsOutByLayer_ = doc_.spellsOutByLayer_ || rec.colour == 256;
+          break;
         case 67: rec.paperSpace = TrimNumber(t.value) == "1"; break;
         case 1001: if (!rec.xdataBegin) rec.xdataBegin = t.offset; break;
         default: break;
