@@ -14,32 +14,35 @@ namespace {
 
 constexpr uint32_t kChild = 0x40000000;  // WS_CHILD
 
-// A control statement: whether it starts with a caption, the class it makes and the style rc
-// gives it. A style written after it is added to that style, except for COMBOBOX, whose
-// written style replaces its own (rc treats it so).
+// A control statement: whether it starts with a caption, the class it makes, the style rc
+// gives it when none is written, and the style a written one is added to. The two differ:
+// with a style written, radio buttons, three-state boxes and statics lose their WS_TABSTOP or
+// WS_GROUP, and a combo box keeps nothing of its own (as windres compiles them).
 struct Statement {
   TextView keyword;
   bool hasCaption;
   TextView windowClass;
   uint32_t impliedStyle;
-  bool writtenStyleReplaces = false;
+  uint32_t baseStyle;
 };
 
+constexpr uint32_t kThreeState = 0x5, kAutoThreeState = 0x6;  // BS_3STATE, BS_AUTO3STATE
+
 constexpr Statement kStatements[] = {
-    {u"PUSHBUTTON", true, u"BUTTON", style::kPushButton | style::kTabStop},
-    {u"DEFPUSHBUTTON", true, u"BUTTON", style::kDefPushButton | style::kTabStop},
-    {u"CHECKBOX", true, u"BUTTON", style::kCheckBox | style::kTabStop},
-    {u"AUTOCHECKBOX", true, u"BUTTON", style::kAutoCheckBox | style::kTabStop},
-    {u"STATE3", true, u"BUTTON", 0x5 | style::kTabStop},
-    {u"AUTO3STATE", true, u"BUTTON", 0x6 | style::kTabStop},
-    {u"RADIOBUTTON", true, u"BUTTON", style::kRadioButton | style::kTabStop},
-    {u"AUTORADIOBUTTON", true, u"BUTTON", style::kAutoRadioButton | style::kTabStop},
-    {u"GROUPBOX", true, u"BUTTON", style::kGroupBox},
-    {u"LTEXT", true, u"STATIC", style::kGroup},
-    {u"RTEXT", true, u"STATIC", style::kStaticRight | style::kGroup},
-    {u"CTEXT", true, u"STATIC", style::kStaticCenter | style::kGroup},
-    {u"EDITTEXT", false, u"EDIT", style::kBorder | style::kTabStop},
-    {u"COMBOBOX", false, u"COMBOBOX", style::kComboSimple | style::kTabStop, true},
+    {u"PUSHBUTTON", true, u"BUTTON", style::kPushButton | style::kTabStop, style::kPushButton | style::kTabStop},
+    {u"DEFPUSHBUTTON", true, u"BUTTON", style::kDefPushButton | style::kTabStop, style::kDefPushButton | style::kTabStop},
+    {u"CHECKBOX", true, u"BUTTON", style::kCheckBox | style::kTabStop, style::kCheckBox | style::kTabStop},
+    {u"AUTOCHECKBOX", true, u"BUTTON", style::kAutoCheckBox | style::kTabStop, style::kAutoCheckBox | style::kTabStop},
+    {u"STATE3", true, u"BUTTON", kThreeState | style::kTabStop, kThreeState},
+    {u"AUTO3STATE", true, u"BUTTON", kAutoThreeState | style::kTabStop, kAutoThreeState},
+    {u"RADIOBUTTON", true, u"BUTTON", style::kRadioButton | style::kTabStop, style::kRadioButton},
+    {u"AUTORADIOBUTTON", true, u"BUTTON", style::kAutoRadioButton | style::kTabStop, style::kAutoRadioButton},
+    {u"GROUPBOX", true, u"BUTTON", style::kGroupBox, style::kGroupBox},
+    {u"LTEXT", true, u"STATIC", style::kGroup, 0},
+    {u"RTEXT", true, u"STATIC", style::kStaticRight | style::kGroup, style::kStaticRight},
+    {u"CTEXT", true, u"STATIC", style::kStaticCenter | style::kGroup, style::kStaticCenter},
+    {u"EDITTEXT", false, u"EDIT", style::kBorder | style::kTabStop, style::kBorder | style::kTabStop},
+    {u"COMBOBOX", false, u"COMBOBOX", style::kComboSimple | style::kTabStop, 0},
 };
 
 constexpr TextView kClasses[] = {u"BUTTON", u"EDIT", u"STATIC", u"COMBOBOX", u"SysListView32"};
@@ -56,7 +59,7 @@ ControlKind KindOf(TextView windowClass, uint32_t controlStyle) {
   if (windowClass == u"COMBOBOX") return ControlKind::Combo;
   if (windowClass == u"SysListView32") return ControlKind::List;
   switch (controlStyle & style::kButtonTypeMask) {
-    case style::kCheckBox: case style::kAutoCheckBox: case 0x5: case 0x6: return ControlKind::Check;
+    case style::kCheckBox: case style::kAutoCheckBox: case kThreeState: case kAutoThreeState: return ControlKind::Check;
     case style::kRadioButton: case style::kAutoRadioButton: return ControlKind::Radio;
     case style::kGroupBox: return ControlKind::Group;
     default: return ControlKind::Button;
@@ -214,7 +217,7 @@ class ScriptReader {
     if (Status s = Rectangle(c.x, c.y, c.cx, c.cy); !s) return s.error();
     c.style = style::kVisible | kChild | form.impliedStyle;
     if (in_.Accept(TokenKind::Comma)) {
-      if (form.writtenStyleReplaces) c.style = style::kVisible | kChild;
+      c.style = style::kVisible | kChild | form.baseStyle;
       if (Status s = Style(c.style); !s) return s.error();
       if (Status s = Extras(c); !s) return s.error();
     }
