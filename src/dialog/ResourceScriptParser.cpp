@@ -106,8 +106,9 @@ class ScriptReader {
     Text text = Trim(directive.text);
     if (StartsWith(text, u"include")) return {};
     if (StartsWith(text, u"pragma")) {
-      Text rest = Trim(TextView(text).substr(6));
-      if (rest == u"code_page(65001)" || rest == u"code_page( 65001 )") return {};
+      Text rest(TextView(text).substr(6));
+      std::erase_if(rest, [](char16_t c) { return c == u' ' || c == u'\t'; });
+      if (rest == u"code_page(65001)") return {};
       return MakeError(ErrorCode::Unsupported, "only #pragma code_page(65001) is read: the script is UTF-8", directive.line);
     }
     return MakeError(ErrorCode::Unsupported, "a directive that is not read: #" + ToUtf8(text), directive.line);
@@ -118,18 +119,21 @@ class ScriptReader {
     if (Status s = Keyword(u"BEGIN", "BEGIN after STRINGTABLE"); !s) return s;
     while (!in_.NextIsName(u"END")) {
       if (in_.AtEnd()) return in_.Fail("the string table ends before its END");
+      uint32_t line = in_.Line();
       Result<int64_t> id = in_.Number(symbols_);
       if (!id) return id.error();
       in_.Accept(TokenKind::Comma);
       Result<Text> text = in_.ExpectString("the string");
       if (!text) return text.error();
-      script_.strings[static_cast<int>(*id)] = std::move(*text);
+      if (!script_.strings.emplace(static_cast<int>(*id), std::move(*text)).second)
+        return MakeError(ErrorCode::Malformed, "a second string with id " + std::to_string(*id), line);
     }
     in_.Take();
     return {};
   }
 
   Status Dialog(int id, const Text& symbol, uint32_t line) {
+    if (script_.FindDialog(id)) return MakeError(ErrorCode::Malformed, "a second dialog with id " + std::to_string(id), line);
     DialogTemplate dialog;
     dialog.id = id;
     dialog.symbol = symbol;

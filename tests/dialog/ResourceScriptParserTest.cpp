@@ -240,6 +240,25 @@ TEST(ResourceScriptParser, OtherFailuresNameTheirLines) {
   EXPECT_EQ(resource.message, u"a resource of type MENU is not read");
 }
 
+// A second dialog or string with an id already used could never be found.
+TEST(ResourceScriptParser, RepeatedIdsFail) {
+  Text twice = Script(u"") + u"\n100 DIALOGEX 0, 0, 10, 10\nBEGIN\nEND\n";
+  Error dialog = FailureOf(twice);
+  EXPECT_EQ(dialog.line, 11u);
+  EXPECT_EQ(dialog.message, u"a second dialog with id 100");
+
+  Error string = FailureOf(u"STRINGTABLE\nBEGIN\n  11 \"a\"\n  IDC_A \"b\"\nEND\n");
+  EXPECT_EQ(string.line, 4u);
+  EXPECT_EQ(string.message, u"a second string with id 11");
+}
+
+TEST(ResourceScriptParser, OnlyTheUtf8CodePageIsRead) {
+  EXPECT_TRUE(ParseResourceScript(u"#pragma code_page( 65001 )\n", kHeader).ok());
+  Error e = FailureOf(u"\n#pragma code_page(932)\n");
+  EXPECT_EQ(e.line, 2u);
+  EXPECT_EQ(e.code, ErrorCode::Unsupported);
+}
+
 TEST(ResourceScriptParser, HeaderFailuresNameTheHeaderLine) {
   Error e = FailureOf(Script(u""), u"#define IDC_A 11\nIDC_B 12\n");
   EXPECT_EQ(e.line, 2u);
