@@ -235,6 +235,13 @@ TEST(ResourceScriptParser, OtherFailuresNameTheirLines) {
   EXPECT_EQ(string.line, 9u);
   EXPECT_EQ(string.message, u"a string that is not closed on its line");
 
+  Error number = FailureOf(Script(u"PUSHBUTTON \"a\", 11, 1, 1, 1, 0x123456789012345678901234\n"));
+  EXPECT_EQ(number.line, 9u);
+  EXPECT_EQ(number.message, u"a number too large for 32 bits");
+  EXPECT_EQ(FailureOf(Script(u"PUSHBUTTON \"a\", 11, 1, 1, 1, 99999999999999999999999\n")).message,
+            u"a number too large for 32 bits");
+  EXPECT_EQ(FailureOf(Script(u"PUSHBUTTON \"a\", 11, 1, 1, 1, 0x\n")).message, u"a hexadecimal number without digits");
+
   Error resource = FailureOf(u"\nIDD_T MENU\nBEGIN\nEND\n");
   EXPECT_EQ(resource.line, 2u);
   EXPECT_EQ(resource.message, u"a resource of type MENU is not read");
