@@ -12,15 +12,15 @@ constexpr char16_t kNoSheetNumber[] = u"\nｼｰﾄ番号が取得出来ませ�
 constexpr char16_t kDrawingsWithoutInformation[] = u"情報が設定されていない標準図があります。";
 }  // namespace
 
-CMainDlg::CMainDlg(TqAddIn& addIn) : dialog::Dialog(main_dialog::kTemplate, addIn.dialogServices()), addIn_(addIn) {}
+CMainDlg::CMainDlg(TqAddIn& addIn) : dialog::Dialog(IDD_MAIN, addIn.dialogServices()), addIn_(addIn) {}
 
 void CMainDlg::OnCommand(int id, Notification code) {
   if (code == Notification::Clicked) {
     switch (id) {
-      case main_dialog::kSet: OnSet(); return;
-      case main_dialog::kInfoCheck: OnInfoCheck(); return;
-      case main_dialog::kTakeoffCheck: OnTakeoffCheck(); return;
-      case main_dialog::kRestoreColours: return;  // bound to nothing, on purpose
+      case IDC_SET: OnSet(); return;
+      case IDC_INFO_CHECK: OnInfoCheck(); return;
+      case IDC_TAKEOFF_CHECK: OnTakeoffCheck(); return;
+      case IDC_RESTORE_COLOURS: return;  // "色を戻す": hidden, and bound to nothing on purpose
       default: break;
     }
   }
@@ -64,7 +64,7 @@ void CMainDlg::OnSet() {
   std::optional<Picked> picked = PickStandardDrawing(context);
   if (!picked) return;
   Text name;
-  if (ReadSheetName(context.drawing, picked->sheetText, name)) SetDlgItemText(main_dialog::kSheetName, name);
+  if (ReadSheetName(context.drawing, picked->sheetText, name)) SetDlgItemText(IDC_SHEET_NAME, name);
   // The size setting dialog opens here on the picked frame.
 }
 

@@ -2,20 +2,11 @@
 // CMainDlg: the one modeless window of the add-in, with its three workflows.
 #include "dialog/Dialog.hpp"
 #include "drawing/FrameGrid.hpp"
+#include "res/resource.h"
 
 namespace tq {
 
 class TqAddIn;
-
-// The ids of dialog 200.
-namespace main_dialog {
-inline constexpr int kTemplate = 200;
-inline constexpr int kSheetName = 200;    // edit: the sheet name last picked by "設定"
-inline constexpr int kSet = 201;          // "設定"
-inline constexpr int kInfoCheck = 202;    // "情報確認"
-inline constexpr int kTakeoffCheck = 203;  // "拾い確認"
-inline constexpr int kRestoreColours = 388;  // "色を戻す": hidden, and does nothing on purpose
-}  // namespace main_dialog
 
 inline constexpr char16_t kNoDataFolderMessage[] = u"Excelﾌｧｲﾙのﾊﾟｽが設定されていません.";
 
