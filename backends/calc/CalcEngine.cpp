@@ -30,13 +30,6 @@ std::string UniqueName() {
   return "tq-calc-" + std::to_string(getpid()) + "-" + std::to_string(random()) + std::to_string(random());
 }
 
-// The URE's own bootstrap file beside the office's program, found from the launcher.
-rtl::OUString UnoIni(const std::string& office) {
-  std::filesystem::path ini = std::filesystem::path(office).parent_path() / "unorc";
-  if (!std::filesystem::exists(ini)) ini = std::filesystem::path(TQ_SOFFICE_PROGRAM).parent_path() / "unorc";
-  return rtl::OUString::fromUtf8(("file://" + ini.string()).c_str());
-}
-
 }  // namespace
 
 CalcEngine::CalcEngine(CalcEngineOptions options) : options_(std::move(options)) {}
@@ -75,7 +68,7 @@ Status CalcEngine::Launch() {
     return StartFailure();
   };
   try {
-    session->local = cppu::defaultBootstrap_InitialComponentContext(UnoIni(options_.office));
+    session->local = cppu::defaultBootstrap_InitialComponentContext(TQ_UNO_INI);
     auto resolver = bridge::UnoUrlResolver::create(session->local);
     rtl::OUString url = rtl::OUString::fromUtf8(("uno:pipe,name=" + name + ";urp;StarOffice.ComponentContext").c_str());
     auto deadline = std::chrono::steady_clock::now() + options_.startTimeout;

@@ -7,12 +7,10 @@
 #include <com/sun/star/document/UpdateDocMode.hpp>
 #include <com/sun/star/frame/XComponentLoader.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
-#include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
-#include <com/sun/star/sheet/XSheetOperation.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
@@ -110,17 +108,22 @@ Status CalcWorkbook::Open(TextView path) {
   std::filesystem::path file = std::filesystem::absolute(ToFsPath(path), error);
   if (error || !std::filesystem::is_regular_file(file, error))
     return Failure(WorkbookFailure::OpenFile, "no workbook at " + ToUtf8(path), ErrorCode::NotFound);
+  // The office opens a private copy: no lock file appears beside the workbook, another
+  // program may use it at the same time, and cells can be written without any risk of
+  // storing them (the workbook itself is never written).
+  std::filesystem::path copy = std::filesystem::path(engine_.ProfileFolder()) / ("open" + file.extension().string());
+  std::filesystem::copy_file(file, copy, std::filesystem::copy_options::overwrite_existing, error);
+  if (error) return Failure(WorkbookFailure::OpenFile, "cannot read " + ToUtf8(path) + ": " + error.message());
   TQ_ENGINE_CALL({
     rtl::OUString url;
-    if (osl::FileBase::getFileURLFromSystemPath(rtl::OUString::fromUtf8(file.string().c_str()), url) != osl::FileBase::E_None)
+    if (osl::FileBase::getFileURLFromSystemPath(rtl::OUString::fromUtf8(copy.string().c_str()), url) != osl::FileBase::E_None)
       return Failure(WorkbookFailure::OpenFile, "no file address for " + ToUtf8(path));
-    // Hidden, macros never run, links not updated; read-only, so that no lock file is left
-    // beside the workbook (cells may still be written: the document is never stored).
+    // Hidden, macros never run, links not updated.
     const beans::PropertyValue properties[] = {
-        Property("Hidden", uno::Any(true)), Property("ReadOnly", uno::Any(true)),
+        Property("Hidden", uno::Any(true)), Property("ReadOnly", uno::Any(false)),
         Property("MacroExecutionMode", uno::Any(document::MacroExecMode::NEVER_EXECUTE)),
         Property("UpdateDocMode", uno::Any(document::UpdateDocMode::NO_UPDATE))};
-    uno::Sequence<beans::PropertyValue> arguments(properties, 4);
+    uno::Sequence<beans::PropertyValue> arguments(properties, std::size(properties));
     uno::Reference<frame::XComponentLoader> loader(engine_.session()->desktop, uno::UNO_QUERY_THROW);
     auto document = std::make_unique<Document>();
     document->component = loader->loadComponentFromURL(url, "_blank", 0, arguments);
@@ -206,8 +209,7 @@ Status CalcWorkbook::PutData(TextView cell, TextView value) {
     uno::Reference<table::XCell> target = document_->sheet->getCellByPosition(column - 1, address->row - 1);
     double number = 0;
     if (value.empty()) {
-      using namespace sheet::CellFlags;
-      uno::Reference<sheet::XSheetOperation>(target, uno::UNO_QUERY_THROW)->clearContents(VALUE | DATETIME | STRING | FORMULA);
+      target->setFormula(rtl::OUString());  // an empty input empties the cell
     } else if (ReadsAsNumber(value, number)) {
       target->setValue(number);
     } else {
