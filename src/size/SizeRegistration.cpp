@@ -47,7 +47,7 @@ class RowRegistration {
       if (Status status = workbook_.PutData(cell, value); !status) return WriteFailure(status.error(), cell, value);
       progress_.SetPosition(int(i) + 1);
       anyValue = anyValue || !value.empty();
-      if (i + 1 == columns) count = _wtoi(value);
+      if (i + 1 == columns) count = ToInt(value);
     }
     if (!anyValue) return std::optional<std::vector<Text>>();
     Result<std::vector<Text>> lines = ReadBlock(dialogRow, count);
@@ -84,7 +84,7 @@ class RowRegistration {
     Text cell = FormatCell(values_.quantityColumn, k + 1);
     Result<Text> quantity = workbook_.GetData(cell);
     if (!quantity) return ReadRow(firstColumn, row);
-    int perUnit = _wtoi(*quantity);
+    int perUnit = ToInt(*quantity);
     Text scaled = Format(u"%d", {perUnit * count});
     if (Status status = workbook_.PutData(cell, scaled); !status) return WriteFailure(status.error(), cell, scaled);
     Result<Text> line = ReadRow(firstColumn, row);

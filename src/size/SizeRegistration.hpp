@@ -8,7 +8,7 @@
 #include "base/Text.hpp"
 #include "ports/Progress.hpp"
 #include "ports/Workbook.hpp"
-#include "shell/Settings.hpp"
+#include "site/Settings.hpp"
 #include "size/SizeImport.hpp"
 
 namespace tq {
