@@ -23,6 +23,7 @@
 #include <osl/file.hxx>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 
@@ -71,6 +72,7 @@ struct CalcWorkbook::Document {
   uno::Reference<lang::XComponent> component;
   uno::Reference<sheet::XSpreadsheetDocument> spreadsheet;
   uno::Reference<sheet::XSpreadsheet> sheet;
+  std::filesystem::path copy;  // the private copy the office opened
   int lastColumn = 0;  // of the used area, from 1
   bool dirty = false;  // cells written since the last recalculation
 
@@ -111,7 +113,8 @@ Status CalcWorkbook::Open(TextView path) {
   // The office opens a private copy: no lock file appears beside the workbook, another
   // program may use it at the same time, and cells can be written without any risk of
   // storing them (the workbook itself is never written).
-  std::filesystem::path copy = std::filesystem::path(engine_.ProfileFolder()) / ("open" + file.extension().string());
+  std::filesystem::path copy = std::filesystem::path(engine_.ProfileFolder()) /
+                              ("open-" + std::to_string(reinterpret_cast<uintptr_t>(this)) + file.extension().string());
   std::filesystem::copy_file(file, copy, std::filesystem::copy_options::overwrite_existing, error);
   if (error) return Failure(WorkbookFailure::OpenFile, "cannot read " + ToUtf8(path) + ": " + error.message());
   TQ_ENGINE_CALL({
@@ -132,6 +135,12 @@ Status CalcWorkbook::Open(TextView path) {
       if (document->component.is()) document->component->dispose();
       return Failure(WorkbookFailure::OpenFile, "not a workbook: " + ToUtf8(path));
     }
+    // Recalculation is this workbook's to ask for: once before the first read after writes,
+    // rather than after every single write; and once before the first read at all, whatever
+    // results the file kept.
+    uno::Reference<sheet::XCalculatable>(document->spreadsheet, uno::UNO_QUERY_THROW)->enableAutomaticCalculation(false);
+    document->dirty = true;
+    document->copy = copy;
     document_ = std::move(document);
     return {};
   })
@@ -254,6 +263,8 @@ void CalcWorkbook::Quit() {
     engine_.Lost();
   } catch (const uno::Exception&) {
   }
+  std::error_code error;
+  std::filesystem::remove(document_->copy, error);
   document_.reset();
 }
 

@@ -47,9 +47,13 @@ bool NoOfficeWithin(const std::string& profile, std::chrono::seconds limit) {
 class CalcWorkbookTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() { engine_ = new CalcEngine(); }
+  // The office is gone once its owner is.
   static void TearDownTestSuite() {
+    std::string profile = engine_->ProfileFolder();
     delete engine_;
     engine_ = nullptr;
+    EXPECT_TRUE(test::ProcessesNaming(profile).empty());
+    EXPECT_FALSE(std::filesystem::exists(profile));
   }
   static CalcEngine* engine_;
 };
@@ -102,6 +106,13 @@ TEST_F(CalcWorkbookTest, ReadsShownTextsBordersAndUsedRows) {
   EXPECT_EQ(workbook.GetData(u"1A").error().systemCode, int(WorkbookFailure::BadAddress));
   workbook.Quit();
   EXPECT_EQ(workbook.Open(ExamplePath("none.xls")).error().systemCode, int(WorkbookFailure::OpenFile));
+  // The office worked on a private copy: nothing is left beside the workbook or in the profile.
+  std::vector<std::string> left;
+  for (const auto& entry : std::filesystem::directory_iterator(std::string(TQ_EXAMPLE_SITE) + "/data"))
+    if (entry.path().filename().string().starts_with(".~lock")) left.push_back(entry.path().string());
+  for (const auto& entry : std::filesystem::directory_iterator(engine_->ProfileFolder()))
+    if (entry.path().filename().string().starts_with("open-")) left.push_back(entry.path().string());
+  EXPECT_TRUE(left.empty()) << left.front();
 }
 
 TEST_F(CalcWorkbookTest, WrittenCellsAreRecalculatedBeforeTheNextRead) {
