@@ -6,7 +6,6 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -21,11 +20,12 @@ void CloseFrom(int first) {
   for (int fd = first; fd < 1024; ++fd) close(fd);
 }
 
-// The office's launcher starts further processes (oosplash, soffice.bin) that a parent-death
-// signal on the launcher alone would not reach. So a watchdog, forked apart from the office
-// and in a session of its own (a signal to this program's group does not reach it), blocks
-// on a pipe only this program writes to: when this program ends in any way, even by
-// SIGKILL, the pipe reads end-of-file and the watchdog kills the office's whole group.
+// A watchdog rather than a parent-death signal: the office's launcher starts further
+// processes (oosplash, soffice.bin) that a signal on the launcher alone would not reach, and
+// that signal follows the thread that forked, not the program. The watchdog, forked apart
+// from the office and in a session of its own (a signal to this program's group does not
+// reach it), blocks on a pipe only this program writes to: when this program ends in any
+// way, even by SIGKILL, the pipe reads end-of-file and the watchdog kills the office's group.
 [[noreturn]] void Watch(int readFd, pid_t group) {
   setsid();
   dup2(readFd, 0);
@@ -80,13 +80,10 @@ Status OfficeProcess::Start(const std::string& program, const std::vector<std::s
     if (devNull >= 0) close(devNull);
     return MakeError(ErrorCode::CannotRead, "cannot prepare the office process");
   }
-  pid_t parent = getpid();
   pid_t pid = fork();
   if (pid == 0) {
     // Only async-signal-safe calls between fork and exec.
     setsid();
-    prctl(PR_SET_PDEATHSIG, SIGKILL);  // the launcher itself goes at once with its parent
-    if (getppid() != parent) _exit(127);
     dup2(devNull, 0);
     dup2(devNull, 1);
     dup2(devNull, 2);
