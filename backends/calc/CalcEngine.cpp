@@ -30,6 +30,9 @@ std::string UniqueName() {
   return "tq-calc-" + std::to_string(getpid()) + "-" + std::to_string(random()) + std::to_string(random());
 }
 
+// Where the office's pipe of that name lies while it listens; a killed office leaves it.
+std::string PipeFile(const std::string& name) { return "/tmp/OSL_PIPE_" + std::to_string(getuid()) + "_" + name; }
+
 }  // namespace
 
 CalcEngine::CalcEngine(CalcEngineOptions options) : options_(std::move(options)) {}
@@ -55,7 +58,8 @@ Status CalcEngine::Launch() {
                                   {options_.office, "--headless", "--invisible", "--nologo", "--norestore",
                                    "--nodefault", "--nolockcheck", "--nofirststartwizard",
                                    "-env:UserInstallation=file://" + profile_,
-                                   "--accept=pipe,name=" + name + ";urp;"});
+                                   "--accept=pipe,name=" + name + ";urp;"},
+                                  {profile_, PipeFile(name)});
   if (!spawned) return StartFailure();
   auto session = std::make_unique<UnoSession>();
   auto fail = [&session] {

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <filesystem>
+#include <ctime>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,7 +28,7 @@ void CloseFrom(int first) {
 // from the office and in a session of its own (a signal to this program's group does not
 // reach it), blocks on a pipe only this program writes to: when this program ends in any
 // way, even by SIGKILL, the pipe reads end-of-file and the watchdog kills the office's group.
-[[noreturn]] void Watch(int readFd, pid_t group) {
+[[noreturn]] void Watch(int readFd, pid_t group, char* const* remove) {
   setsid();
   dup2(readFd, 0);
   CloseFrom(1);
@@ -36,6 +38,12 @@ void CloseFrom(int first) {
     if (n == 0 || (n < 0 && errno != EINTR)) break;
   }
   kill(-group, SIGKILL);
+  // Give the killed processes a moment to go before their files are removed.
+  for (int i = 0; i < 50 && kill(-group, 0) == 0; ++i) {
+    timespec pause{0, 20'000'000};
+    nanosleep(&pause, nullptr);
+  }
+  execv("/bin/rm", remove);
   _exit(0);
 }
 
@@ -69,11 +77,19 @@ bool GroupAlive(pid_t group) {
 
 }  // namespace
 
-Status OfficeProcess::Start(const std::string& program, const std::vector<std::string>& arguments) {
+Status OfficeProcess::Start(const std::string& program, const std::vector<std::string>& arguments,
+                            const std::vector<std::string>& leftovers) {
   Kill();
+  leftovers_ = leftovers;
+  // Everything the children need is made before forking: after it, only async-signal-safe calls.
   std::vector<char*> argv;
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
+  std::vector<std::string> rmArguments{"rm", "-rf", "--"};
+  rmArguments.insert(rmArguments.end(), leftovers_.begin(), leftovers_.end());
+  std::vector<char*> rm;
+  for (const std::string& argument : rmArguments) rm.push_back(const_cast<char*>(argument.c_str()));
+  rm.push_back(nullptr);
   int devNull = open("/dev/null", O_RDWR | O_CLOEXEC);
   int watch[2];
   if (devNull < 0 || pipe2(watch, O_CLOEXEC) != 0) {
@@ -82,7 +98,6 @@ Status OfficeProcess::Start(const std::string& program, const std::vector<std::s
   }
   pid_t pid = fork();
   if (pid == 0) {
-    // Only async-signal-safe calls between fork and exec.
     setsid();
     dup2(devNull, 0);
     dup2(devNull, 1);
@@ -98,7 +113,7 @@ Status OfficeProcess::Start(const std::string& program, const std::vector<std::s
   }
   pid_ = pid;
   pid_t watchdog = fork();
-  if (watchdog == 0) Watch(watch[0], pid);
+  if (watchdog == 0) Watch(watch[0], pid, rm.data());
   close(watch[0]);
   watchFd_ = watch[1];
   watchdog_ = watchdog;
@@ -131,6 +146,11 @@ void OfficeProcess::Kill() {
     }
     watchdog_ = -1;
   }
+  for (const std::string& path : leftovers_) {
+    std::error_code error;
+    std::filesystem::remove_all(path, error);
+  }
+  leftovers_.clear();
 }
 
 }  // namespace tq::calc

@@ -210,6 +210,8 @@ TEST(CalcEngine, ShutdownEndsTheOfficeAndRemovesItsProfile) {
   EXPECT_TRUE(test::ProcessesNaming(profile).empty());
   EXPECT_FALSE(std::filesystem::exists(profile));
   EXPECT_FALSE(engine.Running());
+  std::string pipeName = std::filesystem::path(profile).filename().string();  // the pipe is named as the profile
+  EXPECT_FALSE(std::filesystem::exists("/tmp/OSL_PIPE_" + std::to_string(getuid()) + "_" + pipeName));
 }
 
 TEST(CalcEngine, TwoEnginesRunTheirOwnOffices) {
@@ -265,8 +267,12 @@ TEST(CalcEngine, NoOfficeOutlivesAKilledProgram) {
   pclose(holder);
   EXPECT_TRUE(NoOfficeWithin(profile, std::chrono::seconds(10))) << "office processes left for " << profile;
   for (int pid : test::ProcessesNaming(profile)) kill(pid, SIGKILL);  // a failed run leaves none behind
+  // The office's profile went with it, removed by the watchdog.
+  auto deadline = Clock::now() + std::chrono::seconds(5);
+  while (std::filesystem::exists(profile) && Clock::now() < deadline) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  EXPECT_FALSE(std::filesystem::exists(profile));
   std::error_code error;
-  std::filesystem::remove_all(profile, error);  // the killed program could not
+  std::filesystem::remove_all(profile, error);
 }
 
 }  // namespace
