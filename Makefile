@@ -49,6 +49,7 @@ bench:
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
 	./bench/run_script.sh build/release
+	./bench/run_calc.sh build/release
 
 clean:
 	rm -rf build
