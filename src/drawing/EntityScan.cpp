@@ -65,7 +65,7 @@ void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& shee
   if (!guard.acquired()) return;
   {
     auto lock = context.drawing.LockForWrite();
-    int colour = mark ? context.settings.ReadChangeColour() : 1;
+    int colour = mark ? context.settings.ReadChangeColour() : kDefaultChangeColour;
     // The grid is read once for all the frames; its warning is still given frame by frame.
     FrameGridValues grid = context.settings.ReadFrameGrid();
     for (ObjectId id : sheetTexts) {

@@ -9,7 +9,8 @@ namespace tq {
 
 ExpansionVariant RowVariant(const CTakeoffRow& row) {
   ExpansionVariant v;
-  for (size_t i = 0; i < 3; ++i) v.dimensions[i] = Format(u"%d", {ToInt(row.field(7 + 2 * static_cast<int>(i)))});
+  constexpr LinePosition kDimensions[] = {LinePosition::kDimension1, LinePosition::kDimension2, LinePosition::kDimension3};
+  for (size_t i = 0; i < 3; ++i) v.dimensions[i] = Format(u"%d", {ToInt(row.field(kDimensions[i]))});
   return v;
 }
 

@@ -14,7 +14,7 @@ struct ExpansionVariant {
   size_t nestedCodeAmpersand = 14;            // a digit token longer than this, with "&" here, is a nested code
 };
 
-// The takeoff rows' variant: the dimensions are fields 7, 9 and 11 read as integers
+// The takeoff rows' variant: the dimensions 1, 2 and 3 of the row read as integers
 // ("%d"), repeated before later literals; a nested code has its "&" at the 15th character.
 ExpansionVariant RowVariant(const CTakeoffRow& row);
 // The dialog's variant: the dimensions as they stand in list columns 6, 8 and 10, never

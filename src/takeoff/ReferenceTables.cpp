@@ -15,7 +15,7 @@ ColumnLists Columns(TextView path, size_t count, const CodePage& codePage) {
 }  // namespace
 
 const ColumnLists& ReferenceTables::Group(TextView id) const {
-  static const ColumnLists kEmpty(ConfigTable(), 3);
+  static const ColumnLists kEmpty(ConfigTable(), kAttributeColumns);
   for (const auto& [name, group] : attributeGroups)
     if (EqualNoCase(name, id)) return group;
   return kEmpty;
@@ -34,7 +34,7 @@ ReferenceTables LoadReferenceTables(const Folders& folders) {
   const CodePage& cp = folders.codePage();
   t.memberCinet = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 2, cp);
   t.outputFormat = Columns(addinFile(u"標準図用出力フォーマット.csv"), 18, cp);
-  t.bSettings = Columns(addinFile(u"標準図用B材設定.csv"), 12, cp);
+  t.bSettings = Columns(addinFile(u"標準図用B材設定.csv"), kBSettingsColumns, cp);
   t.constructionCategory = Columns(system ? JoinPath(JoinPath(*system, u"拾い"), u"工事区分コードテーブル.csv") : Text(), 2, cp);
   t.memberCinetFiles = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 3, cp);
   t.bUse = Columns(addinFile(u"標準図用B材用途当込み.csv"), 4, cp);

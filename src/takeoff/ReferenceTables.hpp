@@ -4,12 +4,26 @@
 #include <map>
 
 #include "base/ColumnLists.hpp"
+#include "info/AttributeIdTable.hpp"
+#include "info/BMaterialTable.hpp"
 #include "site/Folders.hpp"
 
 namespace tq {
 
 // The attribute IDs whose rows the takeoff keeps, each a group of column lists 0, 1, 2.
 inline constexpr const char16_t* kAttributeGroups[] = {u"S501", u"SC01", u"SC03", u"SC04", u"SC05", u"SC06"};
+
+// The columns the rules read of the member-name CI-NET table, the B-material use assignment
+// and the construction-category table.
+struct MemberCinetColumn {
+  enum Index : size_t { kMemberName = 0, kCinetCode = 1 };
+};
+struct BUseColumn {
+  enum Index : size_t { kWorkItem = 1, kUseCode = 3 };
+};
+struct CategoryColumn {
+  enum Index : size_t { kKey = 0, kValue = 1 };
+};
 
 struct ReferenceTables {
   // 1–5: "CI-NETコード", "配管用CI-NETコード", "配線用CI-NETコード", "丸ダクト板厚テーブル",
@@ -20,7 +34,7 @@ struct ReferenceTables {
   ColumnLists memberCinet{ConfigTable(), 2};              // 8: member → CI-NET code
   ColumnLists memberCinetFiles{ConfigTable(), 3};         // 9: the same file, columns 0 to 2
   ColumnLists outputFormat{ConfigTable(), 18};            // 10
-  ColumnLists bSettings{ConfigTable(), 12};               // 11: the B-material settings
+  ColumnLists bSettings{ConfigTable(), kBSettingsColumns};  // 11: the B-material settings
   ColumnLists bUse{ConfigTable(), 4};                     // 12: the B-material use assignment
   Text stdDrawingFolder;                                  // the add-in data folder, for member files
 

@@ -22,8 +22,8 @@ TEST(TakeoffRows, ARecordOfExactlyTwoLinesShowsNoItem) {
 
 TEST(TakeoffRows, FieldsInLineOrderWithoutReordering) {
   CTakeoffRow row = Row(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26");
-  EXPECT_EQ(row.field(17), u"17");
-  EXPECT_EQ(row.field(25), u"25");
+  EXPECT_EQ(row.field(LinePosition::kAttributeKey), u"17");
+  EXPECT_EQ(row.field(LinePosition::kBMaterialKey), u"25");
 }
 
 TEST(TakeoffRows, TwoMemberNameLinesWithTheSameMemberTheLaterCodeIsUsed) {
@@ -45,7 +45,7 @@ TEST(TakeoffRows, AnAMaterialRowWhoseMemberIsInNoTableGetsTheUnknownCodeInItsCol
   TakeoffData data{{RecordOf({u"h", u"h", u"X-1,,給水,a,,未登録の部材,15,A"})}};
   std::vector<TakeoffItem> items = FillTakeoffList(data, TakeoffRules(t));
   EXPECT_EQ(items[0][17], u"Z9999999999999");
-  EXPECT_EQ(data[0][0][2].field(19), u"Z9999999999999");
+  EXPECT_EQ(data[0][0][2].field(LinePosition::kCinetCode), u"Z9999999999999");
 }
 
 TEST(TakeoffRows, BMaterialCodeByField25BeforeTheMember) {
@@ -122,9 +122,9 @@ TEST(TakeoffRows, CopyBackPairsItemsWithTheRecordsWalkedBackwardsAsTheSuiteDoes)
   ASSERT_EQ(items.size(), 3u);
   CopyBack(data, items);
   // The second record receives the first two items, the first record the third.
-  EXPECT_EQ(data[0][1][2].field(2), u"first");
-  EXPECT_EQ(data[0][1][3].field(2), u"second");
-  EXPECT_EQ(data[0][0][2].field(2), u"third");
+  EXPECT_EQ(data[0][1][2].field(LinePosition::kEquipmentName), u"first");
+  EXPECT_EQ(data[0][1][3].field(LinePosition::kEquipmentName), u"second");
+  EXPECT_EQ(data[0][0][2].field(LinePosition::kEquipmentName), u"third");
 }
 
 TEST(TakeoffRows, WithOneRecordPerEntityRegisterWritesEveryLineUnder01WithTheShownTexts) {
