@@ -111,7 +111,7 @@ int RunChoices(const Context& context, const std::string& ab) {
   ChoiceFolders folders = FindChoiceFolders(*context.folders);
   out << "choice folder: " << ToUtf8(folders.choiceFolder) << "\nA/B files: " << (SelectsAMaterial(abText) ? "A" : "B") << '\n';
   AttributeIdTable attributes = AttributeIdTable::Load(ToFsPath(folders.attributeIdTable), *context.codePage);
-  std::vector<Text> items = attributes.Group(u"S501").column(2);
+  std::vector<Text> items = attributes.Group(u"S501").column(AttributeColumn::kValue);
   std::sort(items.begin(), items.end());
   PrintList(out, "工事項目 (1101)", items, " (sorted)");
   for (const ChoiceFile& file : ChoiceFiles())

@@ -8,10 +8,16 @@
 
 namespace tq {
 
+// A parameterised code: its first 15 characters end in "&", one character is skipped, the
+// tokens follow.
+inline constexpr size_t kCodeHeadLength = 15;
+inline constexpr size_t kParameterMark = kCodeHeadLength - 1;  // where the "&" stands
+inline constexpr size_t kTokensStart = kCodeHeadLength + 1;
+
 struct ExpansionVariant {
-  std::array<Text, 3> dimensions;             // the texts of "SSL0", "SSW0", "SSH0"
-  bool repeatDimensionBeforeLiterals = true;  // a dimension's value again before a later literal
-  size_t nestedCodeAmpersand = 14;            // a digit token longer than this, with "&" here, is a nested code
+  std::array<Text, 3> dimensions;               // the texts of "SSL0", "SSW0", "SSH0"
+  bool repeatDimensionBeforeLiterals = true;    // a dimension's value again before a later literal
+  size_t nestedCodeAmpersand = kParameterMark;  // a digit token longer than this, with "&" here, is a nested code
 };
 
 // The takeoff rows' variant: the dimensions 1, 2 and 3 of the row read as integers
