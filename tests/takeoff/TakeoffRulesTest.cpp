@@ -113,6 +113,20 @@ TEST(TakeoffRows, DefaultsOfMaterialSpecificationAndClasses) {
   EXPECT_EQ(items[1][20], u"自社手配");  // A material: key "0"
   EXPECT_EQ(items[2][12], u"SUS");      // a stored value is shown as stored
   EXPECT_EQ(items[2][19], u"新設");
+
+  // Each class column reads its own settings column through its own group: with a key of its
+  // own in each, a column read from another place shows nothing.
+  t.bSettings = Columns(u"吊りボルト,全ねじ,SS400,M10,本,32010101000000,1,3,,4,5,6", 12);
+  t.attributeGroups[u"SC03"] = Columns(u"SC03,3,改修", 3);
+  t.attributeGroups[u"SC04"] = Columns(u"SC04,4,支給", 3);
+  t.attributeGroups[u"SC05"] = Columns(u"SC05,5,夜間", 3);
+  t.attributeGroups[u"SC06"] = Columns(u"SC06,6,あり", 3);
+  TakeoffData own{{RecordOf({u"h", u"h", u",,給水,,,吊りボルト"})}};
+  items = FillTakeoffList(own, TakeoffRules(t));
+  EXPECT_EQ(items[0][TakeoffColumn::kConstructionCode], u"改修");
+  EXPECT_EQ(items[0][TakeoffColumn::kSupplyClass], u"支給");
+  EXPECT_EQ(items[0][TakeoffColumn::kNightWorkClass], u"夜間");
+  EXPECT_EQ(items[0][TakeoffColumn::kLiningClass], u"あり");
 }
 
 TEST(TakeoffRows, CopyBackPairsItemsWithTheRecordsWalkedBackwardsAsTheSuiteDoes) {
