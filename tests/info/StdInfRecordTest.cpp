@@ -53,6 +53,9 @@ TEST(InfoRecord, SeventeenFieldLineWithAnUnknownKeyGivesMember20DashFromLineInde
 TEST(InfoRecord, KnownKeyFillsMember20WithTheTableEntryUnlessPosition21Follows) {
   EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,保温アリ,備考", 0, std::vector<Text>{u"保温アリ"}).member(RowMember::kAttributeValue), u"保温アリ");
   EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,GIVEN,x", 5, std::vector<Text>{u"given"}).member(RowMember::kAttributeValue), u"given");
+  // The first entry that matches wins.
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,given", 0, std::vector<Text>{u"Given", u"GIVEN"}).member(RowMember::kAttributeValue),
+            u"Given");
   // With 21 fields position 21 overwrites member 20, even when empty.
   EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録,18,19,20,21", 4, kKeys).member(RowMember::kAttributeValue), u"21");
   // A trailing comma gives no field: 20 fields, so the rule's "-" stands.

@@ -99,6 +99,12 @@ TEST(TakeoffRows, AStoredUseCodeDashIsShownAsDashAnEmptyOneOnBMaterialMayBecomeD
   EXPECT_EQ(items[1][18], u"-");        // B material, no settings, no use assignment
   EXPECT_EQ(items[2][18], u"冷温水用");  // from the use assignment of the work item
   EXPECT_EQ(items[3][18], u"給水用");    // settings column 6 "1" through group SC01
+
+  // A "-" from the settings is not kept: the use assignment of the work item decides.
+  t.bSettings = Columns(u"保温筒,,,,,,7", 12);
+  t.attributeGroups[u"SC01"] = Columns(u"SC01,7,-", 3);
+  TakeoffData dash{{RecordOf({u"h", u"h", u",,冷温水,,,保温筒"})}};
+  EXPECT_EQ(FillTakeoffList(dash, TakeoffRules(t))[0][TakeoffColumn::kUseCode], u"冷温水用");
 }
 
 TEST(TakeoffRows, DefaultsOfMaterialSpecificationAndClasses) {
