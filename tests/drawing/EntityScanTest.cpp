@@ -8,7 +8,7 @@ using namespace tq;
 using namespace tq::test;
 
 namespace {
-Tags Record(const std::string& app, const std::string& line) { return {{1001, app}, {1000, line}}; }
+
 }  // namespace
 
 TEST(EntityScan, LineCrossingAFrameBorderIsNeitherColouredNorRestored) {

@@ -79,6 +79,9 @@ struct Scene {
   ObjectId Id(const std::u16string& handle) const { return drawing->FindHandle(handle); }
 };
 
+// Extended data of one application holding one line.
+inline Tags Record(const std::string& app, const std::string& line) { return {{1001, app}, {1000, line}}; }
+
 inline Tags PointTags(const std::string& handle, double x, double y, const std::string& layer) {
   return {{0, "POINT"}, {5, handle}, {8, layer}, {10, std::to_string(x)}, {20, std::to_string(y)}, {30, "0.0"}};
 }
