@@ -13,14 +13,20 @@ Text LastValuesFile(const Folders& folders) { return folders.AddinDataFile(u"フ
 Text CategoriesFile(const Folders& folders) { return folders.AddinDataFile(u"出力区分.txt"); }
 Text OutputFormatFile(const Folders& folders) { return folders.AddinDataFile(u"標準図用出力フォーマット.csv"); }
 
+namespace {
+// The lines of the last-values file.
+enum LastValuesLine : size_t { kKindLine, kSeparatorLine, kCategoryLine };
+}  // namespace
+
 std::optional<FileOutputChoices> ReadLastValues(TextView path, const CodePage& systemCodePage) {
   if (path.empty()) return std::nullopt;
   std::optional<std::vector<Text>> lines = ReadTextLines(ToFsPath(path), systemCodePage);
   if (!lines) return std::nullopt;
   FileOutputChoices choices;
-  if (lines->size() > 0) choices.outputKind = static_cast<OutputKind>(ToInt((*lines)[0]));
-  if (lines->size() > 1) choices.separatorKind = static_cast<SeparatorKind>(ToInt((*lines)[1]));
-  choices.category = lines->size() > 2 ? (*lines)[2] : Text();
+  auto line = [&](LastValuesLine n) { return n < lines->size() ? std::optional<Text>((*lines)[n]) : std::nullopt; };
+  if (auto kind = line(kKindLine)) choices.outputKind = static_cast<OutputKind>(ToInt(*kind));
+  if (auto separator = line(kSeparatorLine)) choices.separatorKind = static_cast<SeparatorKind>(ToInt(*separator));
+  choices.category = line(kCategoryLine).value_or(Text());
   return choices;
 }
 

@@ -21,7 +21,7 @@ MaterialFilter FilterOfCategory(TextView category);
 struct ResolvedCode {
   enum Kind { S501, AmpS501, Snet, Dimension, Group, AmpGroup, S001, S481, Field, S304, DollarS001, HashS001, Other };
   Kind kind = Other;
-  int field = 0;                      // the row's field it reads
+  LinePosition field = LinePosition::kSymbolOrUnits;  // the row's field it reads
   const ColumnLists* group = nullptr;  // for a code looked up in its attribute group
 };
 ResolvedCode ResolveCode(TextView code, const ReferenceTables& tables);
@@ -32,8 +32,9 @@ Text CodeValue(const ResolvedCode& code, const CTakeoffRow& row, const std::vect
 Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
                const ReferenceTables& tables);
 
-// The number of units of a record: field 1 of line 3 read as an integer when above 0, else
-// the largest such integer over field 1 of all its lines; 0 for a record under four lines.
+// The number of units of a record: the first field of line 3 read as an integer when above 0,
+// else the largest such integer over the first field of all its lines; 0 for a record under
+// four lines.
 int UnitCount(const TakeoffRecord& record);
 
 class OutputBuilder {

@@ -96,6 +96,12 @@ TEST(FileOutput, AShortLastValuesFileGivesTheValuesReadSoFar) {
   EXPECT_EQ(v->outputKind, OutputKind::Aggregate);
   EXPECT_EQ(v->separatorKind, SeparatorKind::Tab);
   EXPECT_EQ(v->category, u"");
+  dir.Write("v2.dat", "1\n1\n");
+  v = ReadLastValues(dir.TextPath("v2.dat"), Cp932());
+  ASSERT_TRUE(v);
+  EXPECT_EQ(v->outputKind, OutputKind::Aggregate);
+  EXPECT_EQ(v->separatorKind, SeparatorKind::Pipe);
+  EXPECT_EQ(v->category, u"");
   EXPECT_FALSE(ReadLastValues(dir.TextPath("none.dat"), Cp932()));
 }
 
