@@ -32,5 +32,5 @@ TEST(TakeoffCheckInterop, TheExampleScriptsRegisteredRowsAreReadBackByEzdxfWithA
   EXPECT_TRUE(useCode) << read.out;
   EXPECT_TRUE(member) << read.out;
   // The aggregate the script wrote beside the drawing's folder.
-  EXPECT_GT(copy.dir.Read("集計.txt").size(), 100u);
+  EXPECT_GT(copy.dir.Read("拾い確認_集計.txt").size(), 100u);
 }
