@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <iostream>
 #include <sstream>
 #include <streambuf>
@@ -24,18 +25,25 @@ using Clock = std::chrono::steady_clock;
 
 double Ms(Clock::duration d) { return std::chrono::duration<double, std::milli>(d).count(); }
 
+double ThreadCpuMs() {
+  timespec t{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+  return static_cast<double>(t.tv_sec) * 1000.0 + static_cast<double>(t.tv_nsec) / 1e6;
+}
+
 // Notes the moment every transcript line is finished, with the line.
 class TimedLines : public std::streambuf {
  public:
   struct Line {
     Clock::time_point at;
+    double cpuMs;  // the thread's processor time: what the work took, without the waits of a busy machine
     std::string text;
   };
   std::vector<Line> lines;
 
  protected:
   int overflow(int c) override {
-    if (c == '\n') lines.push_back({Clock::now(), std::move(current_)}), current_.clear();
+    if (c == '\n') lines.push_back({Clock::now(), ThreadCpuMs(), std::move(current_)}), current_.clear();
     else if (c != EOF) current_ += static_cast<char>(c);
     return c;
   }
@@ -67,6 +75,7 @@ int main(int argc, char** argv) {
   script += "type 2000:2100 \"21010101000000\"\nclick 2000:2200\nclick 3000:3101\nclick 3000:3303\nclick 3000:1\n";
   script += "save \"" + (work / "collect-aggregate.txt").string() + "\"\nanswer OK\nclick 2000:1\n";
 
+  std::filesystem::remove(work / "collect-aggregate.txt");  // no overwrite question
   TimedLines timed;
   std::ostream out(&timed);
   Clock::time_point start = Clock::now();
@@ -82,12 +91,15 @@ int main(int argc, char** argv) {
   }
   // The time of script line k: from its input event to the next one (or to the end).
   std::vector<std::pair<std::string, double>> steps;
+  std::vector<double> selectionCpu;
   for (size_t i = 0; i < timed.lines.size(); ++i) {
     if (timed.lines[i].text.find("{\"event\":\"input\"") != 0) continue;
     size_t next = i + 1;
     while (next < timed.lines.size() && timed.lines[next].text.find("{\"event\":\"input\"") != 0) ++next;
     Clock::time_point until = next < timed.lines.size() ? timed.lines[next].at : end;
     steps.emplace_back(timed.lines[i].text, Ms(until - timed.lines[i].at));
+    if (timed.lines[i].text.find("select 2000:389 ") != std::string::npos && next < timed.lines.size())
+      selectionCpu.push_back(timed.lines[next].cpuMs - timed.lines[i].cpuMs);
   }
   auto step = [&](const std::string& text) {
     for (const auto& [line, ms] : steps)
@@ -95,8 +107,12 @@ int main(int argc, char** argv) {
     return -1.0;
   };
   std::vector<double> selections;
+  std::pair<std::string, double> slowest{"", 0};
   for (const auto& [line, ms] : steps)
-    if (line.find("select 2000:389 ") != std::string::npos) selections.push_back(ms);
+    if (line.find("select 2000:389 ") != std::string::npos) {
+      selections.push_back(ms);
+      if (ms > slowest.second) slowest = {line, ms};
+    }
   std::sort(selections.begin(), selections.end());
   double output = 0;
   for (const char* line : {"click 2000:2200", "click 3000:3101", "click 3000:3303", "click 3000:1"}) output += step(line);
@@ -112,6 +128,11 @@ int main(int argc, char** argv) {
   std::printf("open 拾い確認 (click 200:203): %8.1f ms\n", step("click 200:203"));
   std::printf("100 selections: median %.3f ms, max %.3f ms, total %.1f ms\n", selections[selections.size() / 2],
               selections.back(), [&] { double t = 0; for (double s : selections) t += s; return t; }());
+  std::printf("  the slowest: %s\n", slowest.first.c_str());
+  std::sort(selectionCpu.begin(), selectionCpu.end());
+  std::printf("  processor time of a selection: median %.3f ms, max %.3f ms\n", selectionCpu[selectionCpu.size() / 2],
+              selectionCpu.back());
+  std::printf("  over 1 ms of wall time: %zu of %zu\n", static_cast<size_t>(std::count_if(selections.begin(), selections.end(), [](double s) { return s >= 1.0; })), selections.size());
   std::printf("change a code (type 2100):   %8.3f ms\n", step("type 2000:2100 \\\"21010101000000\\\""));
   std::printf("aggregate through ﾌｧｲﾙ 出力:  %8.1f ms\n", output);
   std::printf("登録 (click 2000:1):          %8.1f ms\n", step("click 2000:1"));

@@ -16,7 +16,11 @@ def best(args):
     for _ in range(3):
         t = time.perf_counter(); subprocess.run(args, stdout=subprocess.DEVNULL, check=True); b = min(b, time.perf_counter() - t)
     return b
-print('tqstd takeoff --json (load, take off, print): %.1f ms (best of 3)' % (1000 * best([tqstd, '--ini', ini, 'takeoff', drawing, '--json'])))
-print('tqstd dxf-info (load alone):                  %.1f ms (best of 3)' % (1000 * best([tqstd, 'dxf-info', drawing])))
+json = best([tqstd, '--ini', ini, 'takeoff', drawing, '--json'])
+print('tqstd takeoff --json (load, take off, print): %.1f ms (best of 3)' % (1000 * json))
+script = work / 'open-collect.txt'
+script.write_text('command TQ_STD_INF\nclick 200:203\nclose 2000\nanswer OK\n', encoding='utf-8')
+opened = best([tqstd, '--ini', ini, 'script', drawing, str(script), '--no-save'])
+print('tqstd script opening 拾い確認 and closing it:   %.1f ms (best of 3), %.2f x the json' % (1000 * opened, opened / json))
 PY
 "$build/bench/collect_bench" "$work/site" "$drawing" "$work"
