@@ -9,7 +9,7 @@ using namespace tq::test;
 
 TEST(TakeoffCheckInterop, TheExampleScriptsRegisteredRowsAreReadBackByEzdxfWithACleanAudit) {
   SiteCopy copy;
-  std::string script = std::string(TQ_SOURCE_DIR) + "/examples/scripts/拾い確認.txt";
+  std::string script = std::string(TQ_SOURCE_DIR) + "/examples/scripts/拾い確認_集計と登録.txt";
   RunResult run = RunCommand("cd '" + copy.dir.path().string() + "' && " + TQSTD_PATH + copy.Ini() + " script " + copy.Drawing() +
                              " '" + script + "'");
   ASSERT_EQ(run.status, 0) << run.out;
