@@ -67,7 +67,12 @@ int main(int argc, char** argv) {
   tq::Folders folders(host, codePage);
 
   Clock::time_point t0 = Clock::now();
-  std::unique_ptr<tq::dxf::DxfDrawing> drawing = tq::dxf::DxfDrawing::Open(drawingPath);
+  tq::Result<std::unique_ptr<tq::dxf::DxfDrawing>> opened = tq::dxf::DxfDrawing::Open(drawingPath);
+  if (!opened) {
+    std::cerr << opened.error().Describe() << "\n";
+    return 1;
+  }
+  std::unique_ptr<tq::dxf::DxfDrawing> drawing = std::move(opened.value());
   double load = Ms(Clock::now() - t0);
 
   std::string script = "command TQ_STD_INF\nclick 200:203\n";

@@ -63,7 +63,7 @@ TEST(FileOutDlg, WithoutTheCategoryFileTheComboOffersOneEmptyEntryAndTheCategory
 TEST(FileOutDlg, TheDefaultFileNamesOfPlanDwgPlanBackupDwgAndPlanDwgx) {
   for (auto [name, proposed] : {std::pair{"plan.dwg", "plan"}, {"plan.backup.dwg", "plan.backup"}, {"plan.dwgx", "planx"}}) {
     ExampleSite site;
-    dxf::DxfDrawing drawing(dxf::Document::Load(*ReadFileBytes(site.drawingPath), false), site.copy.dir / name);
+    dxf::DxfDrawing drawing(dxf::Document::Read(*ReadFileBytes(site.drawingPath)).value(), site.copy.dir / name);
     ScriptRun run = RunScript(drawing, site.folders, kOpenOutput + "click 3000:1\nescape\n" + kFinish);
     ASSERT_TRUE(run.ok) << run.All();
     std::string folder = site.copy.dir.path().string() + "/";

@@ -88,7 +88,7 @@ TEST(TakeoffCheckOnePath, TqstdTakeoffWarnsOnStandardErrorAsTheDialogDoesOnTheCo
   std::filesystem::path path = copy.site / "drawings" / "設備標準図.dxf";
   Text sheetName;
   {
-    auto drawing = dxf::DxfDrawing::Open(path);
+    auto drawing = dxf::DxfDrawing::Open(path).value();
     ObjectId sheet;
     for (ObjectId id : drawing->SelectAll({u"TEXT", u"5"}))
       if (drawing->ReadXData(id, u"TQ_STDINF01") && !drawing->ReadXData(id, u"TQ_STDINF02")) {

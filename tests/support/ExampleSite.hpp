@@ -14,7 +14,7 @@ struct ExampleSite {
   FakeHost host{FromFsPath(copy.site / "Velum.ini")};
   Folders folders{host, host.codePage()};
   std::filesystem::path drawingPath = copy.site / "drawings" / "設備標準図.dxf";
-  std::unique_ptr<dxf::DxfDrawing> drawing = dxf::DxfDrawing::Open(drawingPath);
+  std::unique_ptr<dxf::DxfDrawing> drawing = dxf::DxfDrawing::Open(drawingPath).value();
 
   // A file of the add-in data folder ("system/Addin/標準図").
   std::filesystem::path AddinFile(const std::string& name) const {
