@@ -116,3 +116,18 @@ TEST(TakeoffCheckOnePath, TqstdTakeoffWarnsOnStandardErrorAsTheDialogDoesOnTheCo
   EXPECT_NE(dialog.out.find(event), std::string::npos) << dialog.out;
   EXPECT_EQ(copy.dir.Read("a.txt"), copy.dir.Read("b.txt"));
 }
+
+TEST(TakeoffCheckOnePath, CancellingTheTakeoffCheckLeavesTheDrawingFileAsItWas) {
+  SiteCopy copy;
+  std::filesystem::path path = copy.site / "drawings" / "設備標準図.dxf";
+  std::string before = *ReadFileBytes(path);
+  std::filesystem::path file = copy.dir / "script.txt";
+  std::ofstream(file, std::ios::binary)
+      << "command TQ_STD_INF\nclick 200:203\nanswer OK\nselect 2000:2301 \"給水用\"\ntype 2000:2300 \"部材\"\nclose 2000\nanswer OK\n";
+  RunResult run = RunTqstd(copy.Ini() + " script " + copy.Drawing() + " " + Quoted(file));
+  ASSERT_EQ(run.status, 0) << run.out;
+  EXPECT_NE(run.out.find(R"({"event":"enddialog","id":2000,"result":2})"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("\"saved\""), std::string::npos) << run.out;
+  EXPECT_EQ(*ReadFileBytes(path), before);
+  EXPECT_FALSE(std::filesystem::exists(copy.site / "drawings" / "設備標準図.dxf.bak"));
+}
