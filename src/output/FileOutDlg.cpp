@@ -1,5 +1,8 @@
 #include "output/FileOutDlg.hpp"
 
+#include <functional>
+#include <iterator>
+
 namespace tq {
 
 namespace {

@@ -5,6 +5,7 @@
 #include "info/StdInfRecord.hpp"
 #include "support/ExampleSite.hpp"
 #include "support/ScriptRun.hpp"
+#include "takeoff/CollectInfJob.hpp"
 #include "takeoff/TakeoffJob.hpp"
 
 using namespace tq;
@@ -245,4 +246,21 @@ TEST(CollectInfJob, CancelAsksFirstAndLeavesTheDrawingsBytesUnchanged) {
   EXPECT_EQ(run.Count(box), 2u) << run.All();
   EXPECT_EQ(run.Count(R"({"event":"enddialog","id":2000,"result":2})"), 1u) << run.All();
   EXPECT_EQ(s.drawing->document().Serialize(), before);
+}
+
+TEST(CollectInfJob, WithoutAnyStandardDrawingItShowsThatNoInformationIsSetAndEndsWithResultZero) {
+  Scene s(TextTags("B1", "M-1", 26000, 1000));
+  int result = -1;
+  bool output = false;
+  ScriptRun run = RunScript(*s.drawing, *s.site.folders, "answer OK\n", [&](headless::HeadlessSession& session) {
+    CCollectInfJob job(session.addIn().dialogServices(), *s.drawing, s.editor, *s.site.folders, {},
+                       [&](const TakeoffData&, const ReferenceTables&) { output = true; });
+    result = job.DoModal();
+  });
+  ASSERT_TRUE(run.ok) << run.All();
+  EXPECT_EQ(result, 0);
+  EXPECT_TRUE(run.Has(R"({"event":"messagebox","text":"情報が設定されていません。","icon":"stop","buttons":"ok","default":"OK"})"))
+      << run.All();
+  EXPECT_EQ(run.Count("\"dialog\""), 0u) << run.All();  // the dialog never showed
+  EXPECT_FALSE(output);
 }
