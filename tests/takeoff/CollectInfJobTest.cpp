@@ -213,13 +213,21 @@ TEST(CollectInfJob, AMemberFileThatCannotBeReadIsFoundThroughTheSecondReadingOfT
 
 TEST(CollectInfJob, ColumnsAreAFifteenthOfTheListWidthAndATwentySixthForQuantityAndDesignation) {
   ExampleSite site;
-  ScriptRun run = RunScript(*site.drawing, site.folders, kOpenExample + "dump 2000:389\nclose 2000\nanswer OK\n");
+  ScriptRun run = RunScript(*site.drawing, site.folders, kOpenExample + "dump 2000:389\n" + kClose);
   ASSERT_TRUE(run.ok) << run.All();
   std::string list = DumpOf(run, 389);
-  // The list is 586 dialog units wide: 874 pixels inside its border in the headless host.
-  EXPECT_NE(list.find(R"({"text":"仕様","width":58,"align":"left"},{"text":"数量","width":33,"align":"left"},{"text":"呼称","width":33,"align":"left"},{"text":"備考","width":58,"align":"left"})"),
-            std::string::npos)
-      << list;
+  std::vector<int> widths;
+  for (size_t at = list.find("\"width\":"); at != std::string::npos; at = list.find("\"width\":", at + 1))
+    widths.push_back(std::stoi(list.substr(at + 8)));
+  ASSERT_EQ(widths.size(), 23u) << list;
+  int wide = widths[0], narrow = widths[14];
+  for (size_t c = 0; c < widths.size(); ++c) EXPECT_EQ(widths[c], c == 14 || c == 15 ? narrow : wide) << c;
+  // One client width gives both: its fifteenth and its twenty-sixth.
+  bool oneWidth = false;
+  for (int w = 0; w < 4000 && !oneWidth; ++w) oneWidth = w / 15 == wide && w / 26 == narrow;
+  EXPECT_TRUE(oneWidth) << wide << " " << narrow;
+  EXPECT_GT(wide, 0);
+  EXPECT_LT(narrow, wide);
 }
 
 TEST(CollectInfJob, ChangingTheCodesWritesTheirColumnsAndRegisterStoresThem) {
