@@ -6,6 +6,7 @@
 #include "base/Paths.hpp"
 #include "base/TextFiles.hpp"
 #include "output/EncodedWriter.hpp"
+#include "output/UnmappableCharacters.hpp"
 
 namespace tq {
 
@@ -57,25 +58,26 @@ Text DefaultOutputName(TextView documentFileName, OutputKind outputKind) {
 }
 
 Result<OutputResult> OutputTakeoff(const TakeoffData& data, const ReferenceTables& tables, const Folders& folders,
-                                   const FileOutputChoices& choices, TextView documentFileName,
-                                   std::vector<Text>& lines,
-                                   const std::function<std::optional<std::filesystem::path>(TextView)>& choosePath) {
+                                   const FileOutputChoices& choices, TextView documentFileName, OutputLineList& lines,
+                                   const OutputHooks& hooks) {
   OutputFormat format = LoadOutputFormat(ToFsPath(OutputFormatFile(folders)), folders.codePage());
   OutputBuilder builder(format, tables);
   if (choices.outputKind == OutputKind::List || choices.outputKind == OutputKind::Aggregate) {
-    Result<std::vector<Text>> built =
-        builder.Build(data, choices.outputKind == OutputKind::Aggregate, choices.separatorKind, choices.category);
+    Result<OutputLineList> built = builder.BuildWithOrigins(data, choices.outputKind == OutputKind::Aggregate,
+                                                            choices.separatorKind, choices.category);
     if (!built) return built.error();
     lines = std::move(*built);
   }
   OutputResult result;
-  if (lines.empty()) return result;
-  std::optional<std::filesystem::path> path = choosePath(DefaultOutputName(documentFileName, choices.outputKind));
+  if (lines.lines.empty()) return result;
+  std::optional<std::filesystem::path> path = hooks.choosePath(DefaultOutputName(documentFileName, choices.outputKind));
   if (!path) {
     result.outcome = OutputResult::Outcome::NoFileChosen;
     return result;
   }
-  if (Status written = WriteOutputFile(*path, lines, folders.codePage()); !written) return written.error();
+  if (hooks.warn)
+    for (const Text& warning : UnmappableWarnings(lines, folders.codePage(), hooks.sheetName)) hooks.warn(warning);
+  if (Status written = WriteOutputFile(*path, lines.lines, folders.codePage()); !written) return written.error();
   result.outcome = OutputResult::Outcome::Written;
   result.path = *path;
   return result;

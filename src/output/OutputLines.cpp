@@ -102,7 +102,7 @@ int UnitCount(const TakeoffRecord& record) {
   return largest;
 }
 
-void Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
+bool Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
   size_t q = 0;  // the quantity column, from 1; 0 when none
   for (size_t k = 0; k < codes.size() && k < kAggregateColumns; ++k)
     if (codes[k] == u"S304") q = k + 1;
@@ -119,19 +119,28 @@ void Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
   auto [found, inserted] = index_.try_emplace(std::move(key), rows_.size());
   if (inserted) {
     rows_.push_back(std::move(values));
-    return;
+    return true;
   }
-  if (q == 0) return;
+  if (q == 0) return false;
   Text& sum = rows_[found->second][q - 1];
   sum = FormatQuantity(ToReal(sum) + ToReal(values[q - 1]));
+  return false;
 }
 
 Result<std::vector<Text>> OutputBuilder::Build(const TakeoffData& data, bool aggregate, SeparatorKind separatorKind,
                                                TextView category) const {
-  std::vector<Text> out;
+  Result<OutputLineList> built = BuildWithOrigins(data, aggregate, separatorKind, category);
+  if (!built) return built.error();
+  return std::move(built->lines);
+}
+
+Result<OutputLineList> OutputBuilder::BuildWithOrigins(const TakeoffData& data, bool aggregate,
+                                                       SeparatorKind separatorKind, TextView category) const {
+  OutputLineList list;
+  std::vector<Text>& out = list.lines;
   Text separator = SeparatorText(separatorKind);
   MaterialFilter filter = FilterOfCategory(category);
-  if (data.empty()) return out;
+  if (data.empty()) return list;
   std::vector<Text> headers = format_.Headers(), codes = format_.Codes();
   std::vector<ResolvedCode> resolved;
   for (const Text& code : codes) resolved.push_back(ResolveCode(code, tables_));
@@ -140,11 +149,13 @@ Result<std::vector<Text>> OutputBuilder::Build(const TakeoffData& data, bool agg
                                                " columns; an aggregate needs at least 16");
   Text header;
   for (const Text& h : headers) header += h + separator;
-  if (!header.empty()) out.push_back(header);
+  if (!header.empty()) out.push_back(header), list.origins.emplace_back();
   Aggregate merged;
+  std::vector<LineOrigin> mergedOrigins;
   std::vector<Text> codes16(codes.begin(), codes.begin() + static_cast<std::ptrdiff_t>(std::min(codes.size(), kAggregateColumns)));
   for (const TakeoffEntity& entity : data)
     for (auto record = entity.rbegin(); record != entity.rend(); ++record) {
+      size_t recordIndex = static_cast<size_t>(entity.rend() - record) - 1;
       int units = UnitCount(*record);
       for (int u = 0; u < units; ++u) {
         Text symbol;
@@ -167,22 +178,23 @@ Result<std::vector<Text>> OutputBuilder::Build(const TakeoffData& data, bool agg
             if (!aggregate) {
               Text line;
               for (const Text& v : values) line += v, line += separator;
-              if (!line.empty()) out.push_back(std::move(line));
+              if (!line.empty()) out.push_back(std::move(line)), list.origins.push_back({row.entity, recordIndex, l});
               continue;
             }
             values.resize(kAggregateColumns);
-            merged.Add(codes16, std::move(values));
+            if (merged.Add(codes16, std::move(values))) mergedOrigins.push_back({row.entity, recordIndex, l});
           }
         }
       }
     }
-  if (!aggregate) return out;
-  for (const std::vector<Text>& row : merged.rows()) {
+  if (!aggregate) return list;
+  for (size_t m = 0; m < merged.rows().size(); ++m) {
     Text line;
-    for (const Text& v : row) line += v + separator;
+    for (const Text& v : merged.rows()[m]) line += v + separator;
     out.push_back(std::move(line));
+    list.origins.push_back(mergedOrigins[m]);
   }
-  return out;
+  return list;
 }
 
 }  // namespace tq
