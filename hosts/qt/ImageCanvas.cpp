@@ -1,0 +1,91 @@
+#include "qt/ImageCanvas.hpp"
+
+#include <QFontMetricsF>
+#include <cmath>
+
+#include "qt/Fonts.hpp"
+
+namespace tq::qt {
+
+namespace {
+QRgb ToQRgb(view::Rgb c) { return qRgb(c.r, c.g, c.b); }
+// Coordinates far outside the image are clamped so that the raster engine never sees
+// numbers it would overflow on; the clipped part is not visible anyway.
+constexpr double kFar = 1e6;
+double Clamp(double v) { return v < -kFar ? -kFar : v > kFar ? kFar : v; }
+QPointF ToPoint(view::Vec2 p) { return {Clamp(p.x), Clamp(p.y)}; }
+// Glyphs above this pixel size are drawn at it and scaled: the font engine is not asked for
+// a huge size.
+constexpr int kLargestFontPx = 256;
+}  // namespace
+
+ImageCanvas::ImageCanvas(QImage& image) : image_(image) {
+  painter_.begin(&image_);
+  bits_ = image_.bits();
+  stride_ = image_.bytesPerLine();
+  QFont probe = DrawingFont();
+  probe.setPixelSize(200);
+  double cap = QFontMetricsF(probe).capHeight();
+  if (cap > 0) emPerHeight_ = 200.0 / cap;
+}
+
+void ImageCanvas::Polyline(const std::vector<view::Vec2>& points, view::Rgb colour, bool closed) {
+  auto& batch = segments_[ToQRgb(colour)];
+  for (size_t i = 0; i + 1 < points.size(); ++i) batch.emplace_back(ToPoint(points[i]), ToPoint(points[i + 1]));
+  if (closed && points.size() > 2) batch.emplace_back(ToPoint(points.back()), ToPoint(points.front()));
+}
+
+void ImageCanvas::Fill(const std::vector<view::Vec2>& points, view::Rgb colour) {
+  QPolygonF polygon;
+  polygon.reserve(static_cast<qsizetype>(points.size()));
+  for (view::Vec2 p : points) polygon << ToPoint(p);
+  painter_.setPen(QPen(QColor(ToQRgb(colour)), 0));
+  painter_.setBrush(QColor(ToQRgb(colour)));
+  painter_.drawPolygon(polygon);
+}
+
+void ImageCanvas::Dot(view::Vec2 at, view::Rgb colour) {
+  long x = std::lround(std::floor(at.x)), y = std::lround(std::floor(at.y));
+  if (x < 0 || y < 0 || x >= image_.width() || y >= image_.height()) return;
+  reinterpret_cast<QRgb*>(bits_ + y * stride_)[x] = ToQRgb(colour);
+}
+
+const QFont& ImageCanvas::FontOfSize(int pixelSize) {
+  auto found = fonts_.find(pixelSize);
+  if (found != fonts_.end()) return found->second;
+  QFont font = DrawingFont();
+  font.setPixelSize(pixelSize);
+  return fonts_.emplace(pixelSize, font).first->second;
+}
+
+void ImageCanvas::TextLine(const view::TextItem& text, view::Vec2 origin, double heightPx, double angle,
+                           view::Rgb colour) {
+  double em = heightPx * emPerHeight_;
+  int size = std::max(1, static_cast<int>(std::lround(std::min<double>(em, kLargestFontPx))));
+  double scale = em / size;
+  const QFont& font = FontOfSize(size);
+  QString string = QString::fromStdU16String(text.string);
+  double advance = QFontMetricsF(font).horizontalAdvance(string);
+  double sx = scale * text.widthFactor;
+  if (text.fitWidth > 0 && advance > 0) sx = text.fitWidth * (heightPx / text.height) / advance;
+  painter_.save();
+  painter_.translate(ToPoint(origin));
+  painter_.rotate(-angle * 180 / 3.14159265358979323846);
+  painter_.scale(sx, scale);
+  painter_.setFont(font);
+  painter_.setPen(QColor(ToQRgb(colour)));
+  painter_.drawText(QPointF(-text.align * advance, 0), string);
+  painter_.restore();
+}
+
+void ImageCanvas::Finish() {
+  painter_.setRenderHint(QPainter::Antialiasing, false);
+  for (auto& [colour, lines] : segments_) {
+    painter_.setPen(QPen(QColor(colour), 0));
+    painter_.drawLines(lines.data(), static_cast<int>(lines.size()));
+  }
+  segments_.clear();
+  painter_.end();
+}
+
+}  // namespace tq::qt
