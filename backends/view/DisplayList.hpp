@@ -2,6 +2,7 @@
 // What the canvas draws: the drawing's model space reduced to polylines, filled polygons, dots
 // and texts in world coordinates, each with its resolved colour. Curves are already divided
 // into segments; blocks are already expanded.
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -28,10 +29,37 @@ struct Bounds {
   void Add(const Bounds& b) {
     if (!b.empty()) Add(Vec2{b.minX, b.minY}), Add(Vec2{b.maxX, b.maxY});
   }
+  void Add(const struct FlatBounds& b);
   bool Meets(const Bounds& b) const { return minX <= b.maxX && b.minX <= maxX && minY <= b.maxY && b.minY <= maxY; }
   double width() const { return maxX - minX; }
   double height() const { return maxY - minY; }
 };
+
+// Bounds kept in single precision, rounded outward so that they hold the exact ones: half
+// the memory for the hundreds of thousands of primitives of a large drawing.
+struct FlatBounds {
+  float minX = 1, minY = 1, maxX = 0, maxY = 0;
+
+  FlatBounds() = default;
+  explicit FlatBounds(const Bounds& b)
+      : minX(Down(b.minX)), minY(Down(b.minY)), maxX(Up(b.maxX)), maxY(Up(b.maxY)) {}
+  Bounds ToBounds() const { return {minX, minY, maxX, maxY}; }
+  double width() const { return static_cast<double>(maxX) - minX; }
+  double height() const { return static_cast<double>(maxY) - minY; }
+  bool Meets(const Bounds& b) const { return minX <= b.maxX && b.minX <= maxX && minY <= b.maxY && b.minY <= maxY; }
+
+ private:
+  static float Down(double v) {
+    float f = static_cast<float>(v);
+    return f > v ? std::nextafter(f, -INFINITY) : f;
+  }
+  static float Up(double v) {
+    float f = static_cast<float>(v);
+    return f < v ? std::nextafter(f, INFINITY) : f;
+  }
+};
+
+inline void Bounds::Add(const FlatBounds& b) { Add(b.ToBounds()); }
 
 enum class PrimitiveKind : uint8_t {
   Polyline,  // open
@@ -59,7 +87,7 @@ struct Primitive {
   Rgb colour;
   uint32_t first = 0, count = 0;  // points [first, first + count), or the text index in `first`
   uint32_t source = 0;            // the record of the top-level entity it comes from
-  Bounds bounds;
+  FlatBounds bounds;
 };
 
 // An entity kind the view does not draw, and how often it was met.

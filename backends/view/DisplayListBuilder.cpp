@@ -66,6 +66,12 @@ Affine OcsOf(const Tags& tags, double elevation = 0) {
   return {ocs.ax.x, ocs.ax.y, ocs.ay.x, ocs.ay.y, elevation * ocs.az.x, elevation * ocs.az.y};
 }
 
+// Within what single precision holds: a coordinate beyond is a broken entity, not drawn.
+bool Finite(const Bounds& b) {
+  constexpr double kLimit = 1e37;
+  return !b.empty() && b.minX > -kLimit && b.minY > -kLimit && b.maxX < kLimit && b.maxY < kLimit;
+}
+
 class Builder {
  public:
   Builder(const dxf::Document& doc, const BuildOptions& options) : doc_(doc), options_(options) {}
@@ -73,6 +79,10 @@ class Builder {
   Result<DisplayList> Run() {
     const auto& records = doc_.records();
     size_t total = records.size();
+    // Room for one primitive of two points per record: the list is not copied as it grows
+    // for a drawing of lines, the largest kind.
+    out_.primitives.reserve(total);
+    out_.points.reserve(2 * total);
     for (uint32_t i = 0; i < records.size(); ++i) {
       const dxf::EntityRecord& rec = records[i];
       if (rec.block >= 0 || rec.owner != 0 || rec.paperSpace || rec.erased) continue;
@@ -165,12 +175,13 @@ class Builder {
     p.first = first;
     p.count = static_cast<uint32_t>(out_.points.size()) - first;
     p.source = ctx.source;
-    for (uint32_t i = first; i < first + p.count; ++i) p.bounds.Add(out_.points[i]);
-    if (p.count == 0 || p.bounds.empty() || !std::isfinite(p.bounds.minX) || !std::isfinite(p.bounds.maxX) ||
-        !std::isfinite(p.bounds.minY) || !std::isfinite(p.bounds.maxY)) {
+    Bounds box;
+    for (uint32_t i = first; i < first + p.count; ++i) box.Add(out_.points[i]);
+    if (p.count == 0 || !Finite(box)) {
       out_.points.resize(first);
       return;
     }
+    p.bounds = FlatBounds(box);
     out_.primitives.push_back(p);
   }
 
@@ -332,10 +343,12 @@ class Builder {
     p.first = static_cast<uint32_t>(out_.texts.size());
     p.count = 1;
     p.source = ctx.source;
+    Bounds box;
     for (double x : {x0, x1})
       for (double y : {-0.25 * item.height, item.height})  // descenders below the baseline
-        p.bounds.Add(Vec2{item.origin.x + x * cs - y * sn, item.origin.y + x * sn + y * cs});
-    if (!std::isfinite(p.bounds.minX) || !std::isfinite(p.bounds.maxY)) return;
+        box.Add(Vec2{item.origin.x + x * cs - y * sn, item.origin.y + x * sn + y * cs});
+    if (!Finite(box)) return;
+    p.bounds = FlatBounds(box);
     out_.texts.push_back(std::move(item));
     out_.primitives.push_back(p);
   }

@@ -16,7 +16,7 @@ class Pass : public ViewIndex::Visitor {
     const Primitive& p = list_.primitives[index];
     double w = p.bounds.width() * view_.scale(), h = p.bounds.height() * view_.scale();
     if (p.kind == PrimitiveKind::Dot || (w < options_.dotBelowPx && h < options_.dotBelowPx)) {
-      DotAt(p.bounds, p.colour);
+      DotAt(p.bounds.ToBounds(), p.colour);
       return;
     }
     full_.push_back(index);
@@ -37,7 +37,7 @@ class Pass : public ViewIndex::Visitor {
       return;
     }
     if (p.kind == PrimitiveKind::Dot) {
-      DotAt(p.bounds, p.colour);
+      DotAt(p.bounds.ToBounds(), p.colour);
       return;
     }
     ++stats.full;

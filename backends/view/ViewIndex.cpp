@@ -7,8 +7,8 @@
 namespace tq::view {
 
 namespace {
-double CentreX(const Bounds& b) { return (b.minX + b.maxX) / 2; }
-double CentreY(const Bounds& b) { return (b.minY + b.maxY) / 2; }
+double CentreX(const FlatBounds& b) { return (static_cast<double>(b.minX) + b.maxX) / 2; }
+double CentreY(const FlatBounds& b) { return (static_cast<double>(b.minY) + b.maxY) / 2; }
 }  // namespace
 
 // Sort-tile-recursive packing: slices by x, each slice sorted by y, so that each leaf node

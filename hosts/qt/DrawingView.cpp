@@ -43,19 +43,26 @@ void DrawingView::ZoomWindow(view::Vec2 a, view::Vec2 b) {
   Moved();
 }
 
-QImage DrawingView::RenderPicture(const view::RenderOptions& options) const {
-  QImage image(std::max(1, width()), std::max(1, height()), QImage::Format_RGB32);
+void DrawingView::PaintPicture(QImage& image, const view::RenderOptions& options) const {
   image.fill(kBackground);
   if (scene_) {
     ImageCanvas canvas(image);
     view::Render(scene_->list, scene_->index, view_, canvas, options);
   }
+}
+
+QImage DrawingView::RenderPicture(const view::RenderOptions& options) const {
+  QImage image(std::max(1, width()), std::max(1, height()), QImage::Format_RGB32);
+  PaintPicture(image, options);
   return image;
 }
 
 void DrawingView::Settle() {
   settleTimer_.stop();
-  picture_ = RenderPicture();
+  // Drawn again into the same pixels when the size is unchanged: no second picture in memory.
+  QSize size(std::max(1, width()), std::max(1, height()));
+  if (picture_.size() != size) picture_ = QImage(size, QImage::Format_RGB32);
+  PaintPicture(picture_, {});
   pictureViewport_ = view_;
   pictureView_ = ViewKey();
   update();

@@ -76,6 +76,7 @@ class DrawingView : public QWidget {
   Key ViewKey() const {
     return {view_.centre().x, view_.centre().y, view_.scale(), view_.width(), view_.height()};
   }
+  void PaintPicture(QImage& image, const view::RenderOptions& options) const;
   void Moved();  // the view changed: show the moved picture now, the full one later
 
   std::shared_ptr<const Scene> scene_;
