@@ -334,8 +334,11 @@ class Builder {
     item.fitWidth = fitWidth * alongScale;
     item.estimatedWidth = item.fitWidth > 0 ? item.fitWidth : dxf::TextWidthInHeights(string) * item.height * item.widthFactor;
     item.string = std::move(string);
-    // The box: from the origin back by the aligned share of the width, up by the height.
-    double x0 = -item.align * item.estimatedWidth, x1 = x0 + item.estimatedWidth;
+    // The box: from the origin back by the aligned share of the width, up by the height. A
+    // host's font may run wider and taller than the width model (a TrueType em is about 1.4
+    // heights), so the box for culling is taken half as wide again, with room above and below.
+    double wide = item.estimatedWidth * 1.5 + item.height;
+    double x0 = -item.align * wide, x1 = x0 + wide;
     double cs = std::cos(item.angle), sn = std::sin(item.angle);
     Primitive p;
     p.kind = PrimitiveKind::Text;
@@ -345,7 +348,7 @@ class Builder {
     p.source = ctx.source;
     Bounds box;
     for (double x : {x0, x1})
-      for (double y : {-0.25 * item.height, item.height})  // descenders below the baseline
+      for (double y : {-0.5 * item.height, 1.5 * item.height})
         box.Add(Vec2{item.origin.x + x * cs - y * sn, item.origin.y + x * sn + y * cs});
     if (!Finite(box)) return;
     p.bounds = FlatBounds(box);

@@ -69,7 +69,7 @@ class Pass : public ViewIndex::Visitor {
       screen_.clear();
       for (auto [x, y] : {std::pair{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}})
         screen_.push_back(view_.ToScreen({t.origin.x + x * cs - y * sn, t.origin.y + x * sn + y * cs}));
-      canvas_.Fill(screen_, p.colour);
+      canvas_.TextBox(screen_, p.colour);
       return;
     }
     ++stats.full;

@@ -16,6 +16,8 @@ class Canvas {
   virtual void Polyline(const std::vector<Vec2>& points, Rgb colour, bool closed) = 0;
   virtual void Fill(const std::vector<Vec2>& points, Rgb colour) = 0;
   virtual void Dot(Vec2 at, Rgb colour) = 0;
+  // The box of a text too small to read: drawn faint, as the letters would look.
+  virtual void TextBox(const std::vector<Vec2>& corners, Rgb colour) = 0;
   // One text line: its origin on screen, its height in pixels, its angle on screen (radians,
   // counter-clockwise as seen).
   virtual void TextLine(const TextItem& text, Vec2 origin, double heightPx, double angle, Rgb colour) = 0;

@@ -33,12 +33,19 @@ void DrawingView::SetViewport(const view::Viewport& viewport) {
   Moved();
 }
 
+void DrawingView::SyncSize() {
+  // A hidden widget gets its resize event only when shown; the view follows its size anyway.
+  if (view_.width() != width() || view_.height() != height()) view_.Resize(width(), height());
+}
+
 void DrawingView::ZoomExtents() {
+  SyncSize();
   if (scene_) view_.ZoomExtents(scene_->list.extents);
   Moved();
 }
 
 void DrawingView::ZoomWindow(view::Vec2 a, view::Vec2 b) {
+  SyncSize();
   view_.ZoomWindow(a, b);
   Moved();
 }
@@ -51,7 +58,8 @@ void DrawingView::PaintPicture(QImage& image, const view::RenderOptions& options
   }
 }
 
-QImage DrawingView::RenderPicture(const view::RenderOptions& options) const {
+QImage DrawingView::RenderPicture(const view::RenderOptions& options) {
+  SyncSize();
   QImage image(std::max(1, width()), std::max(1, height()), QImage::Format_RGB32);
   PaintPicture(image, options);
   return image;
@@ -59,6 +67,7 @@ QImage DrawingView::RenderPicture(const view::RenderOptions& options) const {
 
 void DrawingView::Settle() {
   settleTimer_.stop();
+  SyncSize();
   // Drawn again into the same pixels when the size is unchanged: no second picture in memory.
   QSize size(std::max(1, width()), std::max(1, height()));
   if (picture_.size() != size) picture_ = QImage(size, QImage::Format_RGB32);

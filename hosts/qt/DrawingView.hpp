@@ -40,7 +40,7 @@ class DrawingView : public QWidget {
   view::Vec2 WorldAt(QPointF screen) const { return view_.ToWorld({screen.x(), screen.y()}); }
 
   // The picture as it is drawn at rest, without crosshair; `options` chooses the level of detail.
-  QImage RenderPicture(const view::RenderOptions& options = {}) const;
+  QImage RenderPicture(const view::RenderOptions& options = {});
   // Whether the shown picture is the full one for the current view.
   bool settled() const { return !picture_.isNull() && pictureView_ == ViewKey(); }
   // Draws the full picture now, as the settle timer would.
@@ -76,6 +76,7 @@ class DrawingView : public QWidget {
   Key ViewKey() const {
     return {view_.centre().x, view_.centre().y, view_.scale(), view_.width(), view_.height()};
   }
+  void SyncSize();
   void PaintPicture(QImage& image, const view::RenderOptions& options) const;
   void Moved();  // the view changed: show the moved picture now, the full one later
 

@@ -4,22 +4,22 @@
 #include <cmath>
 
 #include "qt/Fonts.hpp"
+#include "view/Clip.hpp"
 
 namespace tq::qt {
 
 namespace {
 QRgb ToQRgb(view::Rgb c) { return qRgb(c.r, c.g, c.b); }
-// Coordinates far outside the image are clamped so that the raster engine never sees
-// numbers it would overflow on; the clipped part is not visible anyway.
-constexpr double kFar = 1e6;
-double Clamp(double v) { return v < -kFar ? -kFar : v > kFar ? kFar : v; }
-QPointF ToPoint(view::Vec2 p) { return {Clamp(p.x), Clamp(p.y)}; }
+QPointF ToPoint(view::Vec2 p) { return {p.x, p.y}; }
 // Glyphs above this pixel size are drawn at it and scaled: the font engine is not asked for
 // a huge size.
 constexpr int kLargestFontPx = 256;
 }  // namespace
 
 ImageCanvas::ImageCanvas(QImage& image) : image_(image) {
+  // Geometry is clipped a little outside the image: the raster engine then never sees the
+  // huge coordinates of a close view, and the clipped ends stay out of sight.
+  clip_ = {-4, -4, image.width() + 4.0, image.height() + 4.0};
   painter_.begin(&image_);
   bits_ = image_.bits();
   stride_ = image_.bytesPerLine();
@@ -31,17 +31,29 @@ ImageCanvas::ImageCanvas(QImage& image) : image_(image) {
 
 void ImageCanvas::Polyline(const std::vector<view::Vec2>& points, view::Rgb colour, bool closed) {
   auto& batch = segments_[ToQRgb(colour)];
-  for (size_t i = 0; i + 1 < points.size(); ++i) batch.emplace_back(ToPoint(points[i]), ToPoint(points[i + 1]));
-  if (closed && points.size() > 2) batch.emplace_back(ToPoint(points.back()), ToPoint(points.front()));
+  auto add = [&](view::Vec2 a, view::Vec2 b) {
+    if (view::ClipSegment(a, b, clip_)) batch.emplace_back(ToPoint(a), ToPoint(b));
+  };
+  for (size_t i = 0; i + 1 < points.size(); ++i) add(points[i], points[i + 1]);
+  if (closed && points.size() > 2) add(points.back(), points.front());
 }
 
 void ImageCanvas::Fill(const std::vector<view::Vec2>& points, view::Rgb colour) {
+  std::vector<view::Vec2> clipped = view::ClipPolygon(points, clip_);
+  if (clipped.empty()) return;
   QPolygonF polygon;
-  polygon.reserve(static_cast<qsizetype>(points.size()));
-  for (view::Vec2 p : points) polygon << ToPoint(p);
+  polygon.reserve(static_cast<qsizetype>(clipped.size()));
+  for (view::Vec2 p : clipped) polygon << ToPoint(p);
   painter_.setPen(QPen(QColor(ToQRgb(colour)), 0));
   painter_.setBrush(QColor(ToQRgb(colour)));
   painter_.drawPolygon(polygon);
+}
+
+void ImageCanvas::TextBox(const std::vector<view::Vec2>& corners, view::Rgb colour) {
+  // Letters a pixel or two high cover about a third of their box.
+  painter_.setOpacity(0.35);
+  Fill(corners, colour);
+  painter_.setOpacity(1);
 }
 
 void ImageCanvas::Dot(view::Vec2 at, view::Rgb colour) {

@@ -19,6 +19,7 @@ class ImageCanvas : public view::Canvas {
   void Polyline(const std::vector<view::Vec2>& points, view::Rgb colour, bool closed) override;
   void Fill(const std::vector<view::Vec2>& points, view::Rgb colour) override;
   void Dot(view::Vec2 at, view::Rgb colour) override;
+  void TextBox(const std::vector<view::Vec2>& corners, view::Rgb colour) override;
   void TextLine(const view::TextItem& text, view::Vec2 origin, double heightPx, double angle,
                 view::Rgb colour) override;
   void Finish() override;
@@ -32,7 +33,8 @@ class ImageCanvas : public view::Canvas {
   qsizetype stride_ = 0;
   std::unordered_map<QRgb, std::vector<QLineF>> segments_;
   std::unordered_map<int, QFont> fonts_;
-  double emPerHeight_ = 1.4;  // font pixel size per pixel of capital-letter height
+  double emPerHeight_ = 1.4;
+  view::Bounds clip_;  // font pixel size per pixel of capital-letter height
 };
 
 }  // namespace tq::qt
