@@ -22,8 +22,8 @@ QString ToQString(const std::filesystem::path& path) { return QString::fromStdU1
 bool IsDxf(const QString& file) { return file.endsWith(QStringLiteral(".dxf"), Qt::CaseInsensitive); }
 }  // namespace
 
-MainWindow::MainWindow(Text hostIni, QWidget* parent)
-    : QMainWindow(parent), host_(std::move(hostIni)), editor_(*this), tabs_(new QTabWidget(this)),
+MainWindow::MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent)
+    : QMainWindow(parent), codePage_(std::move(systemCodePage)), host_(std::move(hostIni), codePage_), editor_(*this), tabs_(new QTabWidget(this)),
       panel_(new CommandPanel(this)), coordinates_(new QLabel(this)), progress_(new QProgressBar(this)) {
   setWindowTitle(QStringLiteral("TQTStdInfo workbench"));
   setAcceptDrops(true);

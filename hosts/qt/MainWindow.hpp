@@ -24,8 +24,10 @@ class MainWindow : public QMainWindow {
  public:
   // Runs "TQ_STD_INF" on the current drawing; attached by whoever provides the command.
   using CommandRunner = std::function<void(DrawingTab& tab, Editor& editor, HostServices& host)>;
+  // (The system code page is the window's: systemCodePage().)
 
-  explicit MainWindow(Text hostIni, QWidget* parent = nullptr);
+  // `systemCodePage`: of the installation's text files, handed to what reads them.
+  MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent = nullptr);
 
   // Opens a drawing in a new tab (or shows the tab that has it open).
   DrawingTab* OpenDrawing(const std::filesystem::path& path);
@@ -44,6 +46,7 @@ class MainWindow : public QMainWindow {
   CommandPanel& panel() { return *panel_; }
   Editor& editor() { return editor_; }
   HostServices& host() { return host_; }
+  const CodePage& systemCodePage() const { return codePage_; }
   QStringList recentFiles() const;
   QLabel& coordinates() { return *coordinates_; }
   void SetPickActive(bool active) { pickActive_ = active; }
@@ -66,6 +69,7 @@ class MainWindow : public QMainWindow {
   void UpdateTitles();
   void ZoomWindow(DrawingTab& tab);
 
+  CodePage codePage_;
   StandaloneHostServices host_;
   WorkbenchEditor editor_;
   QTabWidget* tabs_;

@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QTimer>
+#include <cstdlib>
 #include <iostream>
 #include <optional>
 
@@ -15,7 +16,9 @@ int main(int argc, char** argv) {
   std::optional<std::string> ini;
   std::vector<std::string> drawings;
   std::string grab;
+  std::optional<std::string> codepage;
   cli.add_option("--ini", ini, "the host settings file (else TQ_HOST_INI, else the example installation)");
+  cli.add_option("--codepage", codepage, "system code page of text files (default CP932, or TQ_CODEPAGE)");
   cli.add_option("drawings", drawings, "drawings to open");
   cli.add_option("--grab", grab, "save a PNG of the window once every drawing is shown, then quit");
   try {
@@ -30,8 +33,17 @@ int main(int argc, char** argv) {
     std::cerr << "tqstd-workbench: " << e.what() << "\n";
     return 2;
   }
+  std::string codepageName = codepage.value_or("");
+  if (codepageName.empty())
+    if (const char* env = std::getenv("TQ_CODEPAGE"); env && *env) codepageName = env;
+  if (codepageName.empty()) codepageName = "CP932";
+  tq::Result<tq::CodePage> systemCodePage = tq::CodePage::Open(codepageName);
+  if (!systemCodePage) {
+    std::cerr << "tqstd-workbench: " << systemCodePage.error().Describe() << "\n";
+    return 2;
+  }
   tq::qt::InstallFontSubstitutions();
-  tq::qt::MainWindow window(hostIni);
+  tq::qt::MainWindow window(hostIni, std::move(*systemCodePage));
   window.SetQuiet(!grab.empty());
   window.show();
   int pending = static_cast<int>(drawings.size());

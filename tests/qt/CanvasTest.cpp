@@ -7,9 +7,9 @@
 #include <QWheelEvent>
 
 #include "qt/DrawingView.hpp"
-#include "qt/QtApp.hpp"
+#include "support/QtApp.hpp"
 #include "view/DisplayListBuilder.hpp"
-#include "view/ViewDrawing.hpp"
+#include "support/ViewDrawing.hpp"
 
 using namespace tq;
 using namespace tq::test;

@@ -4,7 +4,7 @@
 
 #include "dxf/DxfDocument.hpp"
 #include "qt/DrawingView.hpp"
-#include "qt/QtApp.hpp"
+#include "support/QtApp.hpp"
 #include "view/DisplayListBuilder.hpp"
 
 using namespace tq;

@@ -7,7 +7,7 @@
 #include <QStandardPaths>
 
 #include "qt/MainWindow.hpp"
-#include "qt/QtApp.hpp"
+#include "support/QtApp.hpp"
 #include "support/DxfText.hpp"
 #include "support/TempDir.hpp"
 
@@ -20,7 +20,7 @@ namespace {
 const std::filesystem::path kExample = std::filesystem::path(TQ_EXAMPLE_SITE) / "drawings" / "設備標準図.dxf";
 
 struct Workbench {
-  Workbench() : window(FromUtf8(TQ_EXAMPLE_SITE "/Velum.ini")) {
+  Workbench() : window(FromUtf8(TQ_EXAMPLE_SITE "/Velum.ini"), CodePage("CP932")) {
     QStandardPaths::setTestModeEnabled(true);  // the recent files go to a test store
     window.SetQuiet(true);
     window.resize(1000, 700);

@@ -5,7 +5,7 @@
 #include "base/Encoding.hpp"
 #include "view/DisplayListBuilder.hpp"
 #include "view/TextContent.hpp"
-#include "view/ViewDrawing.hpp"
+#include "support/ViewDrawing.hpp"
 
 using namespace tq;
 using namespace tq::test;

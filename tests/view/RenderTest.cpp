@@ -5,7 +5,7 @@
 #include "view/Clip.hpp"
 #include "view/DisplayListBuilder.hpp"
 #include "view/Renderer.hpp"
-#include "view/ViewDrawing.hpp"
+#include "support/ViewDrawing.hpp"
 
 using namespace tq;
 using namespace tq::test;

@@ -1,4 +1,4 @@
-#include "size/SymbolSizeData.hpp"
+#include "site/SymbolSizeData.hpp"
 
 #include "base/Encoding.hpp"
 #include "base/Paths.hpp"
@@ -39,11 +39,11 @@ SymbolSizeData ParseSymbolSizeData(TextView text, SizeSection startSection) {
   return data;
 }
 
-SymbolSizeData LoadSymbolSizeData(TextView path, SizeSection startSection) {
+SymbolSizeData LoadSymbolSizeData(TextView path, const CodePage& systemCodePage, SizeSection startSection) {
   if (path.empty()) return {};
   std::optional<std::string> bytes = ReadFileBytes(ToFsPath(path));
   if (!bytes) return {};
-  return ParseSymbolSizeData(DecodeTextFile(*bytes).text, startSection);
+  return ParseSymbolSizeData(DecodeTextFile(*bytes, systemCodePage).text, startSection);
 }
 
 }  // namespace tq

@@ -1,4 +1,4 @@
-#include "shell/Settings.hpp"
+#include "site/Settings.hpp"
 
 #include "base/Format.hpp"
 #include "base/Numbers.hpp"
@@ -18,18 +18,19 @@ std::span<const SettingKey> AllSettingKeys() { return kAllKeys; }
 
 SettingValue StdSettings::Read(const SettingKey& key) const {
   Text file = folders_.SettingsFile();
-  Text value = file.empty() ? Text() : GetPrivateProfileString(key.section, key.key, u"", file);
+  Text value = file.empty() ? Text() : ReadProfileString(key.section, key.key, u"", file, folders_.codePage());
   if (value.empty()) return {key.defaultValue, true};
   return {value, false};
 }
 
-int StdSettings::ReadInt(const SettingKey& key) const { return _wtoi(Read(key).text); }
+int StdSettings::ReadInt(const SettingKey& key) const { return ToInt(Read(key).text); }
 
-double StdSettings::ReadReal(const SettingKey& key) const { return ApiComn_atof(Read(key).text); }
+double StdSettings::ReadReal(const SettingKey& key) const { return ToReal(Read(key).text); }
 
-bool StdSettings::Write(const SettingKey& key, TextView value) const {
+Status StdSettings::Write(const SettingKey& key, TextView value) const {
   Text file = folders_.SettingsFile();
-  return !file.empty() && WritePrivateProfileString(key.section, key.key, value, file);
+  if (file.empty()) return MakeError(ErrorCode::NotFound, u"the standard drawing data folder is not set (標準図ﾃﾞｰﾀ)");
+  return WriteProfileString(key.section, key.key, value, file, folders_.codePage());
 }
 
 std::optional<LayerSettings> StdSettings::LoadLayerSettings() const {
@@ -61,10 +62,13 @@ SizeTableValues StdSettings::ReadSizeTable() const {
   return {ReadReal(kCharHeightKey), ReadReal(kCharWidthKey), ReadReal(kRowSpacingKey)};
 }
 
-bool StdSettings::WriteSizeTable(const SizeTableValues& values) const {
-  bool ok = Write(kCharHeightKey, Format(u"%g", {values.charHeight}));
-  ok = Write(kCharWidthKey, Format(u"%g", {values.charWidth})) && ok;
-  return Write(kRowSpacingKey, Format(u"%g", {values.rowSpacing})) && ok;
+Status StdSettings::WriteSizeTable(const SizeTableValues& values) const {
+  Status height = Write(kCharHeightKey, Format(u"%g", {values.charHeight}));
+  Status width = Write(kCharWidthKey, Format(u"%g", {values.charWidth}));
+  Status spacing = Write(kRowSpacingKey, Format(u"%g", {values.rowSpacing}));
+  for (Status* s : {&height, &width, &spacing})
+    if (!*s) return *s;
+  return {};
 }
 
 WorkbookValues StdSettings::ReadWorkbook() const {

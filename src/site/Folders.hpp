@@ -2,20 +2,24 @@
 // The folders and data files of an installation, all found from the host ini file.
 #include <optional>
 
+#include "base/Encoding.hpp"
 #include "base/Text.hpp"
 #include "ports/HostServices.hpp"
 
 namespace tq {
 
-// TqComn_GetEnv: a value of the host ini; nothing when the key cannot be read.
-std::optional<Text> TqComn_GetEnv(TextView iniPath, TextView section, TextView key);
+// A value of the host ini, as the suite's environment reader gives it: nothing when the key
+// cannot be read.
+std::optional<Text> ReadHostSetting(TextView iniPath, TextView section, TextView key, const CodePage& systemCodePage);
 
+// The installation: its folders and the system code page its hand-written files are read in.
 // Every folder is derived afresh at each call: settings written meanwhile take effect.
 class Folders {
  public:
-  explicit Folders(const HostServices& host) : host_(host) {}
+  Folders(const HostServices& host, const CodePage& systemCodePage) : host_(host), codePage_(systemCodePage) {}
 
   const HostServices& host() const { return host_; }
+  const CodePage& codePage() const { return codePage_; }
 
   // Section "Custom", key "標準図ﾃﾞｰﾀ"; empty when not set.
   Text StdDataFolder() const;
@@ -43,6 +47,7 @@ class Folders {
  private:
   Text Resolve(TextView folder) const;
   const HostServices& host_;
+  const CodePage& codePage_;
 };
 
 }  // namespace tq

@@ -4,7 +4,7 @@
 #include <span>
 
 #include "base/Text.hpp"
-#include "shell/Folders.hpp"
+#include "site/Folders.hpp"
 
 namespace tq {
 
@@ -70,8 +70,8 @@ class StdSettings {
   Text ReadText(const SettingKey& key) const { return Read(key).text; }
   int ReadInt(const SettingKey& key) const;
   double ReadReal(const SettingKey& key) const;
-  // False when there is no data folder or the file cannot be written.
-  bool Write(const SettingKey& key, TextView value) const;
+  // An error when there is no data folder or the file cannot be written.
+  Status Write(const SettingKey& key, TextView value) const;
 
   // `LoadLayerSettings`: nothing when the data folder is not set.
   std::optional<LayerSettings> LoadLayerSettings() const;
@@ -79,8 +79,8 @@ class StdSettings {
   // The marking colour: 1 without a data folder or value.
   int ReadChangeColour() const;
   SizeTableValues ReadSizeTable() const;
-  // Stores the three values (hundredths) with "%g".
-  bool WriteSizeTable(const SizeTableValues& values) const;
+  // Stores the three values (hundredths) with "%g"; the first failure, after trying all three.
+  Status WriteSizeTable(const SizeTableValues& values) const;
   WorkbookValues ReadWorkbook() const;
 
  private:

@@ -1,4 +1,4 @@
-#include "shell/Folders.hpp"
+#include "site/Folders.hpp"
 
 #include "base/Paths.hpp"
 #include "base/Profile.hpp"
@@ -15,8 +15,8 @@ Text FolderOf(TextView file) {
 }
 }  // namespace
 
-std::optional<Text> TqComn_GetEnv(TextView iniPath, TextView section, TextView key) {
-  return ProfileFile::Read(ToFsPath(iniPath)).Get(section, key);
+std::optional<Text> ReadHostSetting(TextView iniPath, TextView section, TextView key, const CodePage& systemCodePage) {
+  return ProfileFile::Read(ToFsPath(iniPath), systemCodePage).Get(section, key);
 }
 
 // A relative folder in the host ini is taken relative to the ini file itself, so that an
@@ -27,11 +27,11 @@ Text Folders::Resolve(TextView folder) const {
 }
 
 Text Folders::StdDataFolder() const {
-  return Resolve(GetPrivateProfileString(u"Custom", u"標準図ﾃﾞｰﾀ", u"", host_.HostIniFile()));
+  return Resolve(ReadProfileString(u"Custom", u"標準図ﾃﾞｰﾀ", u"", host_.HostIniFile(), codePage_));
 }
 
 std::optional<Text> Folders::SystemFolder() const {
-  std::optional<Text> value = TqComn_GetEnv(host_.HostIniFile(), u"環境設定", u"ｼｽﾃﾑ");
+  std::optional<Text> value = ReadHostSetting(host_.HostIniFile(), u"環境設定", u"ｼｽﾃﾑ", codePage_);
   if (!value) return std::nullopt;
   return Resolve(*value);
 }
@@ -48,7 +48,7 @@ std::optional<Text> Folders::AddinDataFolder() const {
 }
 
 std::optional<Text> Folders::StdPartsFolder() const {
-  std::optional<Text> value = TqComn_GetEnv(host_.HostIniFile(), u"環境設定", u"標準部品");
+  std::optional<Text> value = ReadHostSetting(host_.HostIniFile(), u"環境設定", u"標準部品", codePage_);
   if (!value) return std::nullopt;
   return Resolve(*value);
 }

@@ -1,10 +1,12 @@
 #pragma once
-// "記号サイズデータ.dat": the symbols, numbers, sizes and unit counts offered by the size
+// "記号サイズデータ.dat", a hand-written file of the installation read by the attribute and
+// size dialogs: the symbols, numbers, sizes and unit counts offered by the size
 // setting dialog, each with an optional default entry.
 #include <array>
 #include <filesystem>
 #include <vector>
 
+#include "base/Encoding.hpp"
 #include "base/Text.hpp"
 
 namespace tq {
@@ -22,6 +24,7 @@ struct SymbolSizeData {
 // starting in the counts section.
 SymbolSizeData ParseSymbolSizeData(TextView text, SizeSection startSection = SizeSection::None);
 // Four empty lists when the file cannot be read (or the path is empty).
-SymbolSizeData LoadSymbolSizeData(TextView path, SizeSection startSection = SizeSection::None);
+SymbolSizeData LoadSymbolSizeData(TextView path, const CodePage& systemCodePage,
+                                  SizeSection startSection = SizeSection::None);
 
 }  // namespace tq

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "size/SymbolSizeData.hpp"
+#include "support/CodePages.hpp"
+#include "site/SymbolSizeData.hpp"
 #include "support/TempDir.hpp"
 
 using namespace tq;
@@ -55,16 +56,16 @@ TEST(SymbolSizeData, LinesBeforeTheFirstHeaderAreCountsForTheAttributeDialogOnly
 
 TEST(SymbolSizeData, AMissingFileGivesFourEmptyLists) {
   test::TempDir dir;
-  SymbolSizeData d = LoadSymbolSizeData(dir.TextPath("none.dat"));
+  SymbolSizeData d = LoadSymbolSizeData(dir.TextPath("none.dat"), test::Cp932());
   for (int s = 0; s < 4; ++s) {
     EXPECT_TRUE(d.lists[static_cast<size_t>(s)].empty());
     EXPECT_EQ(d.defaults[static_cast<size_t>(s)], -1);
   }
-  EXPECT_TRUE(LoadSymbolSizeData(u"").lists[0].empty());
+  EXPECT_TRUE(LoadSymbolSizeData(u"", test::Cp932()).lists[0].empty());
 }
 
 TEST(SymbolSizeData, TheExampleInstallationsFileInUtf8) {
-  SymbolSizeData d = LoadSymbolSizeData(FromUtf8(std::string(TQ_EXAMPLE_SITE) + "/data/記号サイズデータ.dat"));
+  SymbolSizeData d = LoadSymbolSizeData(FromUtf8(std::string(TQ_EXAMPLE_SITE) + "/data/記号サイズデータ.dat"), test::Cp932());
   EXPECT_EQ(d.list(SizeSection::Symbols).front(), u"AC-1");
   EXPECT_EQ(d.defaultIndex(SizeSection::Symbols), 0);
   EXPECT_EQ(d.list(SizeSection::Sizes)[static_cast<size_t>(d.defaultIndex(SizeSection::Sizes))], u"50");

@@ -2,7 +2,7 @@
 
 #include "base/Encoding.hpp"
 #include "base/Paths.hpp"
-#include "shell/Settings.hpp"
+#include "site/Settings.hpp"
 #include "support/FakeHost.hpp"
 #include "support/TempDir.hpp"
 
@@ -24,7 +24,7 @@ struct Site {
                                               dataFolderValue + u"\r\n", "CP932"));
     if (!settings.empty()) dir.Write("data/標準図設定.ini", EncodeCodePage(settings, "CP932"));
     host = std::make_unique<FakeHost>(dir.TextPath("Velum.ini"));
-    folders = std::make_unique<Folders>(*host);
+    folders = std::make_unique<Folders>(*host, host->codePage());
   }
   StdSettings settings() const { return StdSettings(*folders); }
 };
@@ -119,7 +119,7 @@ TEST(Folders, UnreadableSystemKeyLeavesDerivedPathsEmpty) {
   TempDir dir;
   dir.Write("Velum.ini", "[Custom]\r\n");
   FakeHost host(dir.TextPath("Velum.ini"), false);
-  Folders folders(host);
+  Folders folders(host, host.codePage());
   EXPECT_FALSE(folders.SystemFolder().has_value());
   EXPECT_EQ(folders.AddinDataFile(u"出力区分.txt"), u"");
   EXPECT_EQ(folders.HostSystemFolder(), u"");
