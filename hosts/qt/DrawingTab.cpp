@@ -72,6 +72,15 @@ void DrawingTab::Finish(std::shared_ptr<Outcome> outcome) {
   emit loaded();
 }
 
+Status DrawingTab::Refresh() {
+  if (!drawing_) return MakeError(ErrorCode::Busy, "the drawing is still being read");
+  auto list = view::BuildDisplayList(drawing_->document());
+  if (!list) return list.error();
+  scene_ = std::make_shared<Scene>(std::move(list.value()));
+  view_->ReplaceScene(scene_);
+  return Status();
+}
+
 QString DrawingTab::SkippedSummary() const {
   if (!scene_ || scene_->list.skipped.empty()) return {};
   QString text = QStringLiteral("Not drawn: %1 entities (").arg(scene_->list.SkippedCount());

@@ -36,6 +36,10 @@ class DrawingTab : public QWidget {
   // What the view could not draw, for the command panel: "" when it drew everything.
   QString SkippedSummary() const;
 
+  // The drawing changed (a command marked frames): its display list is built again at once,
+  // the view kept where it is.
+  Status Refresh();
+
   // The atomic save with ".bak"; to the drawing's own file when `path` is empty.
   Status Save(const std::filesystem::path& path = {});
 

@@ -28,6 +28,11 @@ void DrawingView::SetScene(std::shared_ptr<const Scene> scene) {
   Settle();
 }
 
+void DrawingView::ReplaceScene(std::shared_ptr<const Scene> scene) {
+  scene_ = std::move(scene);
+  Settle();
+}
+
 void DrawingView::SetViewport(const view::Viewport& viewport) {
   view_.Set(viewport.centre(), viewport.scale());
   Moved();

@@ -31,7 +31,10 @@ class DrawingView : public QWidget {
 
   explicit DrawingView(QWidget* parent = nullptr);
 
+  // A new drawing: shown whole.
   void SetScene(std::shared_ptr<const Scene> scene);
+  // The same drawing changed: shown where the view is.
+  void ReplaceScene(std::shared_ptr<const Scene> scene);
   const Scene* scene() const { return scene_.get(); }
   const view::Viewport& viewport() const { return view_; }
   void SetViewport(const view::Viewport& viewport);

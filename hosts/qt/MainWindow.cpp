@@ -170,7 +170,10 @@ void MainWindow::RunCommand(const QString& typed) {
       panel_->Print(QStringLiteral("TQ_STD_INF is not available in this build of the workbench.\n"));
     } else {
       runner_(*tab, editor_, host_);
-      if (tab->drawing() && tab->drawing()->document().modified()) tab->MarkChanged();
+      if (tab->drawing() && tab->drawing()->document().modified()) {
+        tab->MarkChanged();
+        editor_.UpdateDisplay();
+      }
       UpdateTitles();
     }
     return;

@@ -63,7 +63,10 @@ PickResult WorkbenchEditor::GetPoint(TextView prompt) {
 void WorkbenchEditor::Print(TextView text) { window_.panel().Print(QString::fromStdU16String(Text(text))); }
 
 void WorkbenchEditor::UpdateDisplay() {
-  if (DrawingTab* tab = window_.currentTab()) tab->view().update();
+  DrawingTab* tab = window_.currentTab();
+  if (!tab || !tab->ready()) return;
+  if (Status shown = tab->Refresh(); !shown)
+    window_.panel().Print(QString::fromStdString(shown.error().Describe()) + QLatin1Char('\n'));
 }
 
 void WorkbenchEditor::BeginWaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }

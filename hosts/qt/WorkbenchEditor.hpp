@@ -16,6 +16,7 @@ class WorkbenchEditor : public Editor {
   // point typed as "x,y" in the panel (Normal); anything else typed answers Other.
   PickResult GetPoint(TextView prompt) override;
   void Print(TextView text) override;
+  // The current drawing drawn again from its document: what a command changed shows at once.
   void UpdateDisplay() override;
   void BeginWaitCursor() override;
   void EndWaitCursor() override;

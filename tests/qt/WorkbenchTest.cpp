@@ -203,3 +203,28 @@ TEST(Workbench, ZoomCommandsFromThePanel) {
   w.window.RunCommand(QStringLiteral("FOO"));
   EXPECT_TRUE(w.window.panel().history().contains(QStringLiteral("Unknown command \"FOO\"")));
 }
+
+TEST(Workbench, WhatACommandChangesShowsAtOnceWhereTheViewIs) {
+  TempDir dir;
+  std::filesystem::copy_file(kExample, dir / "a.dxf");
+  Workbench w;
+  DrawingTab* tab = w.Open(dir / "a.dxf");
+  tab->view().ZoomWindow({0, 0}, {5000, 5000});
+  double scale = tab->view().viewport().scale();
+  auto ids = tab->drawing()->SelectAll({});
+  ASSERT_FALSE(ids.empty());
+  uint32_t record = ids[0].value - 1;
+  auto colourOf = [&] {
+    for (const view::Primitive& p : tab->view().scene()->list.primitives)
+      if (p.source == record) return p.colour;
+    return view::Rgb{0, 0, 0};
+  };
+  EXPECT_NE(colourOf(), (view::Rgb{255, 0, 0}));
+  w.window.SetCommandRunner([&](DrawingTab& t, Editor&, HostServices&) {
+    ASSERT_EQ(t.drawing()->SetColourIndex(ids[0], 1), EditResult::Ok);
+  });
+  w.window.RunCommand(QStringLiteral("TQ_STD_INF"));
+  EXPECT_EQ(colourOf(), (view::Rgb{255, 0, 0}));
+  EXPECT_EQ(tab->view().viewport().scale(), scale);
+  EXPECT_TRUE(tab->modified());
+}
