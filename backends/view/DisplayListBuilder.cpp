@@ -147,6 +147,7 @@ class Builder {
     else if (type == "ARC") Arc(tags, colour, ctx, false);
     else if (type == "ELLIPSE") Ellipse(tags, colour, ctx);
     else if (type == "SOLID" || type == "TRACE") Solid(tags, colour, ctx);
+    else if (type == "HATCH") Hatch(tags, colour, ctx);
     else if (type == "POINT") PointEntity(tags, colour, ctx);
     else if (type == "TEXT") TextEntity(tags, colour, ctx, 73);
     else if (type == "MTEXT") MText(tags, colour, ctx);
@@ -310,6 +311,101 @@ class Builder {
     uint32_t first = BeginPoints();
     for (Vec2 p : {p1, p2, p4, p3}) Add(m, p);  // the third and fourth corners cross over
     Emit(PrimitiveKind::Fill, colour, first, ctx);
+  }
+
+  // The chords of an arc from angle a0 to a1 (radians, either way round), without its start.
+  void AddArcPoints(std::vector<Vec2>& ring, Vec2 c, Vec2 major, Vec2 minor, double a0, double a1) {
+    int steps = std::max(2, static_cast<int>(std::ceil(std::fabs(a1 - a0) / kChordAngle)));
+    for (int k = 1; k <= steps; ++k) {
+      double t = a0 + (a1 - a0) * k / steps;
+      ring.push_back({c.x + major.x * std::cos(t) + minor.x * std::sin(t), c.y + major.y * std::cos(t) + minor.y * std::sin(t)});
+    }
+  }
+
+  // One boundary path of a hatch, from tag i on: its edges joined into one ring.
+  std::vector<Vec2> HatchPath(const Tags& tags, size_t& i) {
+    std::vector<Vec2> ring;
+    long long flags = 0;
+    dxf::ParseInt(tags[i++].value, flags);
+    auto endOfPath = [&](size_t k) { return k >= tags.size() || tags[k].code == 92 || tags[k].code == 97 || tags[k].code == 75; };
+    if (flags & 2) {  // a polyline: vertices (10/20) with bulges (42)
+      std::vector<Vec2> points;
+      std::vector<double> bulges;
+      bool closed = true;
+      for (; !endOfPath(i); ++i) {
+        if (tags[i].code == 73) closed = dxf::TrimNumber(tags[i].value) != "0";
+        else if (tags[i].code == 10) {
+          auto p = dxf::PointAt(tags, i);
+          points.push_back({p.x, p.y});
+          bulges.push_back(0);
+        }
+        else if (tags[i].code == 42 && !bulges.empty()) dxf::ParseDouble(tags[i].value, bulges.back());
+      }
+      if (points.empty()) return ring;
+      Affine identity;
+      uint32_t mark = BeginPoints();
+      Add(identity, points[0]);
+      for (size_t k = 0; k + 1 < points.size(); ++k) AddBulge(identity, points[k], points[k + 1], bulges[k]);
+      if (closed) AddBulge(identity, points.back(), points[0], bulges.back());
+      ring.assign(out_.points.begin() + mark, out_.points.end());
+      out_.points.resize(mark);
+      return ring;
+    }
+    // Edges: 72 gives each one's kind, then its own groups up to the next edge.
+    while (!endOfPath(i)) {
+      if (tags[i].code != 72) {
+        ++i;
+        continue;
+      }
+      long long kind = 0;
+      dxf::ParseInt(tags[i++].value, kind);
+      size_t from = i;
+      while (!endOfPath(i) && tags[i].code != 72) ++i;
+      Tags edge(tags.begin() + static_cast<std::ptrdiff_t>(from), tags.begin() + static_cast<std::ptrdiff_t>(i));
+      Vec2 c = PointOf(edge, 10);
+      bool ccw = IntOf(edge, 73, 1) != 0;
+      if (kind == 1) {
+        if (ring.empty()) ring.push_back(c);
+        ring.push_back(PointOf(edge, 11));
+      } else if (kind == 2 || kind == 3) {
+        Vec2 major = kind == 2 ? Vec2{dxf::NumberOf(edge, 40), 0} : PointOf(edge, 11, {1, 0});
+        double ratio = kind == 2 ? 1 : dxf::NumberOf(edge, 40, 1);
+        Vec2 minor{-major.y * ratio, major.x * ratio};
+        double s = dxf::NumberOf(edge, 50) * kPi / 180, t = dxf::NumberOf(edge, 51) * kPi / 180;
+        double a0 = ccw ? s : -s, a1 = ccw ? t : -t;
+        if (ccw) while (a1 <= a0) a1 += 2 * kPi;
+        else while (a1 >= a0) a1 -= 2 * kPi;
+        if (ring.empty()) ring.push_back({c.x + major.x * std::cos(a0) + minor.x * std::sin(a0), c.y + major.y * std::cos(a0) + minor.y * std::sin(a0)});
+        AddArcPoints(ring, c, major, minor, a0, a1);
+      } else {  // a spline: through its control points
+        for (size_t k = 0; k < edge.size(); ++k)
+          if (edge[k].code == 10) {
+            auto p = dxf::PointAt(edge, k);
+            ring.push_back({p.x, p.y});
+          }
+      }
+    }
+    return ring;
+  }
+
+  // Solid hatches are filled path by path (an island inside is filled too); pattern hatches
+  // show their boundary only.
+  void Hatch(const Tags& tags, Rgb colour, const Context& ctx) {
+    bool solid = IntOf(tags, 70) == 1;
+    Affine m = ctx.toWorld.After(OcsOf(tags, dxf::NumberOf(tags, 30)));
+    size_t i = 0;
+    while (i < tags.size() && tags[i].code != 91) ++i;
+    long long paths = 0;
+    if (i < tags.size()) dxf::ParseInt(tags[i++].value, paths);
+    for (long long p = 0; p < paths; ++p) {
+      while (i < tags.size() && tags[i].code != 92) ++i;
+      if (i >= tags.size()) break;
+      std::vector<Vec2> ring = HatchPath(tags, i);
+      if (ring.size() < 2) continue;
+      uint32_t first = BeginPoints();
+      for (Vec2 q : ring) Add(m, q);
+      Emit(solid ? PrimitiveKind::Fill : PrimitiveKind::Loop, colour, first, ctx);
+    }
   }
 
   void PointEntity(const Tags& tags, Rgb colour, const Context& ctx) {

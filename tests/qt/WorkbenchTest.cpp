@@ -57,13 +57,13 @@ void ChangeSomething(DrawingTab& tab) {
 
 TEST(Workbench, ADrawingWithKindsTheViewDoesNotDrawOpensAndSaysWhatItSkipped) {
   TempDir dir;
-  dir.Write("odd.dxf", R12Drawing(LineTags("A1", 0, 0, 10, 10) + Tags{{0, "HATCH"}, {5, "A2"}, {8, "0"}} +
-                                  Tags{{0, "SPLINE"}, {5, "A3"}, {8, "0"}} + Tags{{0, "HATCH"}, {5, "A4"}, {8, "0"}}));
+  dir.Write("odd.dxf", R12Drawing(LineTags("A1", 0, 0, 10, 10) + Tags{{0, "WIPEOUT"}, {5, "A2"}, {8, "0"}} +
+                                  Tags{{0, "SPLINE"}, {5, "A3"}, {8, "0"}} + Tags{{0, "WIPEOUT"}, {5, "A4"}, {8, "0"}}));
   Workbench w;
   DrawingTab* tab = w.Open(dir / "odd.dxf");
   ASSERT_TRUE(tab->ready());
   EXPECT_EQ(tab->view().scene()->list.primitives.size(), 1u);
-  EXPECT_TRUE(w.window.panel().history().contains(QStringLiteral("Not drawn: 3 entities (HATCH 2, SPLINE 1)")))
+  EXPECT_TRUE(w.window.panel().history().contains(QStringLiteral("Not drawn: 3 entities (SPLINE 1, WIPEOUT 2)")))
       << w.window.panel().history().toStdString();
 }
 

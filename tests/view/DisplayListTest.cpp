@@ -249,15 +249,15 @@ TEST(DisplayList, InsertShowsItsVisibleAttributesInItsColour) {
 }
 
 TEST(DisplayList, KindsItCannotDrawAreCountedNotDrawn) {
-  auto doc = ViewDrawing(Tags{{0, "HATCH"}, {8, "0"}, {10, "0"}, {20, "0"}} + Tags{{0, "SPLINE"}, {8, "0"}} +
-                         Tags{{0, "HATCH"}, {8, "0"}} + Line(0, 0, 1, 1) + Insert("MISSING", 0, 0));
+  auto doc = ViewDrawing(Tags{{0, "WIPEOUT"}, {8, "0"}, {10, "0"}, {20, "0"}} + Tags{{0, "SPLINE"}, {8, "0"}} +
+                         Tags{{0, "WIPEOUT"}, {8, "0"}} + Line(0, 0, 1, 1) + Insert("MISSING", 0, 0));
   DisplayList list = Build(*doc);
   EXPECT_EQ(list.primitives.size(), 1u);
   ASSERT_EQ(list.skipped.size(), 3u);
-  EXPECT_EQ(list.skipped[0].type, "HATCH");
-  EXPECT_EQ(list.skipped[0].count, 2u);
-  EXPECT_EQ(list.skipped[1].type, "INSERT (block not found)");
-  EXPECT_EQ(list.skipped[2].type, "SPLINE");
+  EXPECT_EQ(list.skipped[2].type, "WIPEOUT");
+  EXPECT_EQ(list.skipped[2].count, 2u);
+  EXPECT_EQ(list.skipped[0].type, "INSERT (block not found)");
+  EXPECT_EQ(list.skipped[1].type, "SPLINE");
   EXPECT_EQ(list.SkippedCount(), 4u);
 }
 
@@ -287,4 +287,31 @@ TEST(TextContent, MTextSwitchesRemovedAndLinesSplit) {
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(lines[0], u"赤");
   EXPECT_EQ(lines[1], u"1/2\\x");
+}
+
+TEST(DisplayList, SolidHatchIsFilledByItsPolylineBoundary) {
+  auto doc = ViewDrawing({{0, "HATCH"}, {8, "0"}, {10, "0"}, {20, "0"}, {30, "0"}, {2, "SOLID"}, {70, "1"}, {71, "0"},
+                          {91, "1"}, {92, "3"}, {72, "0"}, {73, "1"}, {93, "4"}, {10, "0"}, {20, "0"}, {10, "10"},
+                          {20, "0"}, {10, "10"}, {20, "5"}, {10, "0"}, {20, "5"}, {97, "0"}, {75, "0"}, {76, "1"},
+                          {98, "0"}});
+  DisplayList list = Build(*doc);
+  ASSERT_EQ(list.primitives.size(), 1u);
+  EXPECT_EQ(list.primitives[0].kind, PrimitiveKind::Fill);
+  EXPECT_EQ(list.primitives[0].count, 5u);  // the four corners and back to the first
+  EXPECT_DOUBLE_EQ(list.extents.maxX, 10);
+  EXPECT_DOUBLE_EQ(list.extents.maxY, 5);
+  EXPECT_TRUE(list.skipped.empty());
+}
+
+TEST(DisplayList, PatternHatchShowsItsEdgeBoundary) {
+  // Two lines and a half circle bulging right: x from 0 to 15.
+  auto doc = ViewDrawing({{0, "HATCH"}, {8, "0"}, {2, "ANSI31"}, {70, "0"}, {91, "1"}, {92, "1"}, {93, "3"},
+                          {72, "1"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"},
+                          {72, "2"}, {10, "10"}, {20, "5"}, {40, "5"}, {50, "270"}, {51, "90"}, {73, "1"},
+                          {72, "1"}, {10, "10"}, {20, "10"}, {11, "0"}, {21, "10"}, {97, "0"}, {75, "1"}});
+  DisplayList list = Build(*doc);
+  ASSERT_EQ(list.primitives.size(), 1u);
+  EXPECT_EQ(list.primitives[0].kind, PrimitiveKind::Loop);
+  EXPECT_NEAR(list.extents.maxX, 15, 1e-9);
+  EXPECT_NEAR(list.extents.maxY, 10, 1e-9);
 }
