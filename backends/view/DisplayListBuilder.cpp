@@ -10,6 +10,8 @@
 #include "dxf/TagList.hpp"
 #include "dxf/TagValues.hpp"
 #include "view/Affine.hpp"
+#include "view/Curves.hpp"
+#include "view/HatchBoundary.hpp"
 #include "view/TextContent.hpp"
 
 namespace tq::view {
@@ -19,11 +21,10 @@ namespace {
 using dxf::Tag;
 using Tags = std::vector<Tag>;
 
-constexpr double kPi = 3.14159265358979323846;
-// Curves are divided into chords of at most this angle: 64 to a full circle.
-constexpr double kChordAngle = 2 * kPi / 64;
 // Deeper nesting than this is taken for a block that contains itself.
 constexpr int kMaxDepth = 24;
+// A multiple insert's columns and rows beyond this are taken for a broken file.
+constexpr long long kMaxRepeat = 1000;
 
 struct LayerLook {
   int aci = 7;
@@ -195,28 +196,11 @@ class Builder {
     Emit(PrimitiveKind::Polyline, colour, first, ctx);
   }
 
-  // The chords of a polyline segment with a bulge (tan of a quarter of its included angle),
-  // without its start point.
+  // The chords of a polyline segment with a bulge, without its start point.
   void AddBulge(const Affine& m, Vec2 p, Vec2 q, double bulge) {
-    if (std::fabs(bulge) > 1e-9) {
-      double angle = 4 * std::atan(bulge);
-      double chord = std::hypot(q.x - p.x, q.y - p.y);
-      if (chord > 0) {
-        double radius = chord / (2 * std::sin(std::fabs(angle) / 2));
-        double mx = (p.x + q.x) / 2, my = (p.y + q.y) / 2;
-        double apothem = radius * std::cos(std::fabs(angle) / 2);
-        double nx = -(q.y - p.y) / chord, ny = (q.x - p.x) / chord;
-        double side = (angle > 0) == (std::fabs(angle) < kPi) ? 1 : -1;
-        Vec2 centre{mx + side * nx * apothem, my + side * ny * apothem};
-        double start = std::atan2(p.y - centre.y, p.x - centre.x);
-        int steps = std::max(2, static_cast<int>(std::ceil(std::fabs(angle) / kChordAngle)));
-        for (int k = 1; k < steps; ++k) {
-          double t = start + angle * k / steps;
-          Add(m, {centre.x + radius * std::cos(t), centre.y + radius * std::sin(t)});
-        }
-      }
-    }
-    Add(m, q);
+    curve_.clear();
+    AppendBulge(curve_, p, q, bulge);
+    for (Vec2 c : curve_) Add(m, c);
   }
 
   // Vertices with bulges; widths are drawn as the centre line.
@@ -271,6 +255,18 @@ class Builder {
     Vertices(points, bulges, flags & 1, colour, m, ctx);
   }
 
+  // An arc or a whole ellipse (a loop, without its closing point repeated).
+  void Curve(const Affine& m, Vec2 c, Vec2 major, Vec2 minor, double start, double end, bool full, Rgb colour,
+             const Context& ctx) {
+    curve_.clear();
+    curve_.push_back(ArcPoint(c, major, minor, start));
+    AppendArc(curve_, c, major, minor, start, end);
+    if (full) curve_.pop_back();
+    uint32_t first = BeginPoints();
+    for (Vec2 p : curve_) Add(m, p);
+    Emit(full ? PrimitiveKind::Loop : PrimitiveKind::Polyline, colour, first, ctx);
+  }
+
   void Arc(const Tags& tags, Rgb colour, const Context& ctx, bool full) {
     Vec2 c = PointOf(tags, 10);
     double r = dxf::NumberOf(tags, 40);
@@ -278,13 +274,7 @@ class Builder {
     double end = full ? 2 * kPi : dxf::NumberOf(tags, 51) * kPi / 180;
     while (end <= start) end += 2 * kPi;
     Affine m = ctx.toWorld.After(OcsOf(tags));
-    int steps = std::max(2, static_cast<int>(std::ceil((end - start) / kChordAngle)));
-    uint32_t first = BeginPoints();
-    for (int k = 0; k <= steps - (full ? 1 : 0); ++k) {
-      double t = start + (end - start) * k / steps;
-      Add(m, {c.x + r * std::cos(t), c.y + r * std::sin(t)});
-    }
-    Emit(full ? PrimitiveKind::Loop : PrimitiveKind::Polyline, colour, first, ctx);
+    Curve(m, c, {r, 0}, {0, r}, start, end, full, colour, ctx);
   }
 
   void Ellipse(const Tags& tags, Rgb colour, const Context& ctx) {
@@ -295,14 +285,7 @@ class Builder {
     double start = dxf::NumberOf(tags, 41), end = dxf::NumberOf(tags, 42, 2 * kPi);
     while (end <= start) end += 2 * kPi;
     bool full = end - start >= 2 * kPi - 1e-9;
-    int steps = std::max(2, static_cast<int>(std::ceil((end - start) / kChordAngle)));
-    uint32_t first = BeginPoints();
-    for (int k = 0; k <= steps - (full ? 1 : 0); ++k) {
-      double t = start + (end - start) * k / steps;
-      Add(ctx.toWorld, {c.x + major.x * std::cos(t) + minor.x * std::sin(t),
-                        c.y + major.y * std::cos(t) + minor.y * std::sin(t)});
-    }
-    Emit(full ? PrimitiveKind::Loop : PrimitiveKind::Polyline, colour, first, ctx);
+    Curve(ctx.toWorld, c, major, minor, start, end, full, colour, ctx);
   }
 
   void Solid(const Tags& tags, Rgb colour, const Context& ctx) {
@@ -313,98 +296,16 @@ class Builder {
     Emit(PrimitiveKind::Fill, colour, first, ctx);
   }
 
-  // The chords of an arc from angle a0 to a1 (radians, either way round), without its start.
-  void AddArcPoints(std::vector<Vec2>& ring, Vec2 c, Vec2 major, Vec2 minor, double a0, double a1) {
-    int steps = std::max(2, static_cast<int>(std::ceil(std::fabs(a1 - a0) / kChordAngle)));
-    for (int k = 1; k <= steps; ++k) {
-      double t = a0 + (a1 - a0) * k / steps;
-      ring.push_back({c.x + major.x * std::cos(t) + minor.x * std::sin(t), c.y + major.y * std::cos(t) + minor.y * std::sin(t)});
-    }
-  }
-
-  // One boundary path of a hatch, from tag i on: its edges joined into one ring.
-  std::vector<Vec2> HatchPath(const Tags& tags, size_t& i) {
-    std::vector<Vec2> ring;
-    long long flags = 0;
-    dxf::ParseInt(tags[i++].value, flags);
-    auto endOfPath = [&](size_t k) { return k >= tags.size() || tags[k].code == 92 || tags[k].code == 97 || tags[k].code == 75; };
-    if (flags & 2) {  // a polyline: vertices (10/20) with bulges (42)
-      std::vector<Vec2> points;
-      std::vector<double> bulges;
-      bool closed = true;
-      for (; !endOfPath(i); ++i) {
-        if (tags[i].code == 73) closed = dxf::TrimNumber(tags[i].value) != "0";
-        else if (tags[i].code == 10) {
-          auto p = dxf::PointAt(tags, i);
-          points.push_back({p.x, p.y});
-          bulges.push_back(0);
-        }
-        else if (tags[i].code == 42 && !bulges.empty()) dxf::ParseDouble(tags[i].value, bulges.back());
-      }
-      if (points.empty()) return ring;
-      Affine identity;
-      uint32_t mark = BeginPoints();
-      Add(identity, points[0]);
-      for (size_t k = 0; k + 1 < points.size(); ++k) AddBulge(identity, points[k], points[k + 1], bulges[k]);
-      if (closed) AddBulge(identity, points.back(), points[0], bulges.back());
-      ring.assign(out_.points.begin() + mark, out_.points.end());
-      out_.points.resize(mark);
-      return ring;
-    }
-    // Edges: 72 gives each one's kind, then its own groups up to the next edge.
-    while (!endOfPath(i)) {
-      if (tags[i].code != 72) {
-        ++i;
-        continue;
-      }
-      long long kind = 0;
-      dxf::ParseInt(tags[i++].value, kind);
-      size_t from = i;
-      while (!endOfPath(i) && tags[i].code != 72) ++i;
-      Tags edge(tags.begin() + static_cast<std::ptrdiff_t>(from), tags.begin() + static_cast<std::ptrdiff_t>(i));
-      Vec2 c = PointOf(edge, 10);
-      bool ccw = IntOf(edge, 73, 1) != 0;
-      if (kind == 1) {
-        if (ring.empty()) ring.push_back(c);
-        ring.push_back(PointOf(edge, 11));
-      } else if (kind == 2 || kind == 3) {
-        Vec2 major = kind == 2 ? Vec2{dxf::NumberOf(edge, 40), 0} : PointOf(edge, 11, {1, 0});
-        double ratio = kind == 2 ? 1 : dxf::NumberOf(edge, 40, 1);
-        Vec2 minor{-major.y * ratio, major.x * ratio};
-        double s = dxf::NumberOf(edge, 50) * kPi / 180, t = dxf::NumberOf(edge, 51) * kPi / 180;
-        double a0 = ccw ? s : -s, a1 = ccw ? t : -t;
-        if (ccw) while (a1 <= a0) a1 += 2 * kPi;
-        else while (a1 >= a0) a1 -= 2 * kPi;
-        if (ring.empty()) ring.push_back({c.x + major.x * std::cos(a0) + minor.x * std::sin(a0), c.y + major.y * std::cos(a0) + minor.y * std::sin(a0)});
-        AddArcPoints(ring, c, major, minor, a0, a1);
-      } else {  // a spline: through its control points
-        for (size_t k = 0; k < edge.size(); ++k)
-          if (edge[k].code == 10) {
-            auto p = dxf::PointAt(edge, k);
-            ring.push_back({p.x, p.y});
-          }
-      }
-    }
-    return ring;
-  }
-
   // Solid hatches are filled path by path (an island inside is filled too); pattern hatches
   // show their boundary only.
   void Hatch(const Tags& tags, Rgb colour, const Context& ctx) {
-    bool solid = IntOf(tags, 70) == 1;
+    HatchBoundary boundary = ReadHatchBoundary(tags);
     Affine m = ctx.toWorld.After(OcsOf(tags, dxf::NumberOf(tags, 30)));
-    size_t i = 0;
-    while (i < tags.size() && tags[i].code != 91) ++i;
-    long long paths = 0;
-    if (i < tags.size()) dxf::ParseInt(tags[i++].value, paths);
-    for (long long p = 0; p < paths; ++p) {
-      while (i < tags.size() && tags[i].code != 92) ++i;
-      if (i >= tags.size()) break;
-      std::vector<Vec2> ring = HatchPath(tags, i);
+    for (const std::vector<Vec2>& ring : boundary.rings) {
       if (ring.size() < 2) continue;
       uint32_t first = BeginPoints();
       for (Vec2 q : ring) Add(m, q);
-      Emit(solid ? PrimitiveKind::Fill : PrimitiveKind::Loop, colour, first, ctx);
+      Emit(boundary.solid ? PrimitiveKind::Fill : PrimitiveKind::Loop, colour, first, ctx);
     }
   }
 
@@ -526,19 +427,18 @@ class Builder {
     inner.byBlock = colour;
     inner.layerZero = &layer;
     inner.depth = ctx.depth + 1;
-    {
-      for (long long r = 0; r < rows && r < 1000; ++r)
-        for (long long c = 0; c < columns && c < 1000; ++c) {
-          Affine place = Affine::Translate(at.x, at.y)
-                             .After(Affine::Rotate(angle))
-                             .After(Affine::Translate(static_cast<double>(c) * dx, static_cast<double>(r) * dy))
-                             .After(Affine::Scale(sx, sy))
-                             .After(Affine::Translate(-def.baseX, -def.baseY));
-          inner.toWorld = ocs.After(place);
-          for (uint32_t k = def.firstRecord; k < def.endRecord; ++k)
-            if (doc_.records()[k].owner == 0) Entity(k, inner);
-        }
-    }
+    // A multiple insert's columns and rows run along its rotated axes, unscaled.
+    for (long long r = 0; r < std::min(rows, kMaxRepeat); ++r)
+      for (long long c = 0; c < std::min(columns, kMaxRepeat); ++c) {
+        Affine place = Affine::Translate(at.x, at.y)
+                           .After(Affine::Rotate(angle))
+                           .After(Affine::Translate(static_cast<double>(c) * dx, static_cast<double>(r) * dy))
+                           .After(Affine::Scale(sx, sy))
+                           .After(Affine::Translate(-def.baseX, -def.baseY));
+        inner.toWorld = ocs.After(place);
+        for (uint32_t k = def.firstRecord; k < def.endRecord; ++k)
+          if (doc_.records()[k].owner == 0) Entity(k, inner);
+      }
     // The attributes follow the insert and are placed in its parent's coordinates already.
     const auto& records = doc_.records();
     for (uint32_t j = index + 1; j < records.size() && records[j].owner == index + 1; ++j) {
@@ -557,6 +457,7 @@ class Builder {
   const dxf::Document& doc_;
   const BuildOptions& options_;
   DisplayList out_;
+  std::vector<Vec2> curve_;  // the chords of one curve, before they are placed
   std::deque<Tags> scratch_;  // one per depth: a deeper list never moves a shallower one
   std::unordered_map<std::string_view, LayerLook> layers_;
   std::map<std::string, size_t> skipped_;

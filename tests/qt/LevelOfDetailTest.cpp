@@ -80,7 +80,6 @@ class ExampleDrawing : public ::testing::Test {
     } count;
     view::RenderStats stats = view::Render(scene_->list, scene_->index, canvas_->viewport(), count);
     *simplified = stats.dots + stats.textBoxes + stats.groups;
-    std::printf("full %zu, dots %zu, groups %zu, text boxes %zu\n", stats.full, stats.dots, stats.groups, stats.textBoxes);
     return c;
   }
 
