@@ -153,6 +153,7 @@ class Builder {
     else if (type == "TEXT") TextEntity(tags, colour, ctx, 73);
     else if (type == "MTEXT") MText(tags, colour, ctx);
     else if (isInsert) Insert(index, tags, colour, layer, ctx);
+    else if (type == "DIMENSION") Dimension(tags, colour, layer, ctx);
     else if (type == "ATTDEF") return;  // shows in a block only through the ATTRIBs of its inserts
     else Skip(type);
   }
@@ -407,6 +408,23 @@ class Builder {
       Vec2 base{anchor.x + down * sn, anchor.y - down * cs};
       EmitText(std::move(lines[k]), base, h, angle, wf, col * 0.5, 0, colour, ctx.toWorld, ctx);
     }
+  }
+
+  // A dimension is drawn by its anonymous block ("*D…"), already in place.
+  void Dimension(const Tags& tags, Rgb colour, const LayerLook& layer, const Context& ctx) {
+    auto block = doc_.FindBlock(doc_.codec().Decode(StringOf(tags, 2)));
+    if (!block || ctx.depth >= kMaxDepth) {
+      Skip("DIMENSION (block not found)");
+      return;
+    }
+    const dxf::BlockDefinition& def = doc_.blocks()[*block];
+    Context inner = ctx;
+    inner.byBlock = colour;
+    inner.layerZero = &layer;
+    inner.depth = ctx.depth + 1;
+    inner.toWorld = ctx.toWorld.After(Affine::Translate(-def.baseX, -def.baseY));
+    for (uint32_t k = def.firstRecord; k < def.endRecord; ++k)
+      if (doc_.records()[k].owner == 0) Entity(k, inner);
   }
 
   void Insert(uint32_t index, const Tags& tags, Rgb colour, const LayerLook& layer, const Context& ctx) {

@@ -315,3 +315,13 @@ TEST(DisplayList, PatternHatchShowsItsEdgeBoundary) {
   EXPECT_NEAR(list.extents.maxX, 15, 1e-9);
   EXPECT_NEAR(list.extents.maxY, 10, 1e-9);
 }
+
+TEST(DisplayList, DimensionIsDrawnByItsBlockInItsColour) {
+  auto doc = ViewDrawing({{0, "DIMENSION"}, {8, "0"}, {62, "1"}, {2, "*D1"}, {10, "0"}, {20, "0"}}, {},
+                         {{"*D1", 0, 0, Line(0, 0, 10, 0, "0", 0) + Line(0, 0, 0, 3, "0", 0)}});
+  DisplayList list = Build(*doc);
+  ASSERT_EQ(list.primitives.size(), 2u);
+  EXPECT_EQ(list.primitives[0].colour, kRed);
+  ExpectPoint(list.points[1], 10, 0);
+  EXPECT_TRUE(list.skipped.empty());
+}
