@@ -30,12 +30,26 @@ ImageCanvas::ImageCanvas(QImage& image) : image_(image) {
 }
 
 void ImageCanvas::Polyline(const std::vector<view::Vec2>& points, view::Rgb colour, bool closed) {
-  auto& batch = segments_[ToQRgb(colour)];
+  QRgb rgb = ToQRgb(colour);
   auto add = [&](view::Vec2 a, view::Vec2 b) {
-    if (view::ClipSegment(a, b, clip_)) batch.emplace_back(ToPoint(a), ToPoint(b));
+    if (view::ClipSegment(a, b, clip_)) Segment(a, b, rgb);
   };
   for (size_t i = 0; i + 1 < points.size(); ++i) add(points[i], points[i + 1]);
   if (closed && points.size() > 2) add(points.back(), points.front());
+}
+
+// One-pixel lines are set straight into the pixels, a step along the longer axis at a time:
+// several times faster than the painter's line drawing for the many short lines of a drawing.
+void ImageCanvas::Segment(view::Vec2 a, view::Vec2 b, QRgb colour) {
+  double dx = b.x - a.x, dy = b.y - a.y;
+  int steps = static_cast<int>(std::ceil(std::max(std::fabs(dx), std::fabs(dy))));
+  double sx = steps ? dx / steps : 0, sy = steps ? dy / steps : 0;
+  double x = a.x, y = a.y;
+  const int w = image_.width(), h = image_.height();
+  for (int i = 0; i <= steps; ++i, x += sx, y += sy) {
+    int px = static_cast<int>(std::floor(x)), py = static_cast<int>(std::floor(y));
+    if (px >= 0 && py >= 0 && px < w && py < h) reinterpret_cast<QRgb*>(bits_ + py * stride_)[px] = colour;
+  }
 }
 
 void ImageCanvas::Fill(const std::vector<view::Vec2>& points, view::Rgb colour) {
@@ -90,14 +104,6 @@ void ImageCanvas::TextLine(const view::TextItem& text, view::Vec2 origin, double
   painter_.restore();
 }
 
-void ImageCanvas::Finish() {
-  painter_.setRenderHint(QPainter::Antialiasing, false);
-  for (auto& [colour, lines] : segments_) {
-    painter_.setPen(QPen(QColor(colour), 0));
-    painter_.drawLines(lines.data(), static_cast<int>(lines.size()));
-  }
-  segments_.clear();
-  painter_.end();
-}
+void ImageCanvas::Finish() { painter_.end(); }
 
 }  // namespace tq::qt

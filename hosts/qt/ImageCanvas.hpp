@@ -1,6 +1,6 @@
 #pragma once
-// The view layer's canvas on a QImage: segments batched by colour and drawn at the end,
-// dots written straight into the pixels, text in the drawing font.
+// The view layer's canvas on a QImage: lines and dots written straight into the pixels,
+// fills and text through a painter, text in the drawing font.
 #include <QFont>
 #include <QImage>
 #include <QPainter>
@@ -26,12 +26,12 @@ class ImageCanvas : public view::Canvas {
 
  private:
   const QFont& FontOfSize(int pixelSize);
+  void Segment(view::Vec2 a, view::Vec2 b, QRgb colour);
 
   QImage& image_;
   QPainter painter_;
   uchar* bits_ = nullptr;
   qsizetype stride_ = 0;
-  std::unordered_map<QRgb, std::vector<QLineF>> segments_;
   std::unordered_map<int, QFont> fonts_;
   double emPerHeight_ = 1.4;
   view::Bounds clip_;  // font pixel size per pixel of capital-letter height
