@@ -7,7 +7,7 @@
 #include "base/Numbers.hpp"
 #include "base/Paths.hpp"
 #include "cli/DrawingSession.hpp"
-#include "cli/Json.hpp"
+#include "common/Json.hpp"
 #include "drawing/EntityScan.hpp"
 #include "info/AttributeIdTable.hpp"
 #include "info/ChoiceLists.hpp"

@@ -2,7 +2,7 @@
 
 #include "base/Paths.hpp"
 #include "cli/DrawingSession.hpp"
-#include "cli/Json.hpp"
+#include "common/Json.hpp"
 #include "shell/TakeoffCheck.hpp"
 #include "output/FileOutput.hpp"
 #include "takeoff/TakeoffJob.hpp"

@@ -36,7 +36,13 @@ void DrawingTab::Load() {
     auto outcome = std::make_shared<Outcome>();
     try {
       // Reading is about half of the work, building the other half.
-      outcome->drawing = dxf::DxfDrawing::Open(path);
+      auto opened = dxf::DxfDrawing::Open(path);
+      if (!opened) {
+        outcome->error = QString::fromStdString(opened.error().Describe());
+        QMetaObject::invokeMethod(this, [this, outcome] { Finish(outcome); }, Qt::QueuedConnection);
+        return;
+      }
+      outcome->drawing = std::move(opened.value());
       QMetaObject::invokeMethod(this, [this] { emit progress(50); }, Qt::QueuedConnection);
       int last = 50;
       view::BuildOptions options;
@@ -51,7 +57,7 @@ void DrawingTab::Load() {
       if (!list) outcome->error = QString::fromStdString(list.error().Describe());
       else outcome->scene = std::make_shared<Scene>(std::move(list.value()));
     } catch (const std::exception& e) {
-      // The reader's strict errors name the line; they end the load, not the program.
+      // Out of memory, or a programming error: it ends the load, not the program.
       outcome->error = QString::fromStdString(e.what());
     }
     if (cancel_) return;

@@ -49,8 +49,9 @@ class ExampleDrawing : public ::testing::Test {
  protected:
   void SetUp() override {
     QtApp();
-    auto doc = dxf::Document::LoadFile(std::filesystem::path(TQ_EXAMPLE_SITE) / "drawings" / "設備標準図.dxf");
-    auto list = view::BuildDisplayList(*doc);
+    auto doc = dxf::Document::ReadFile(std::filesystem::path(TQ_EXAMPLE_SITE) / "drawings" / "設備標準図.dxf");
+    ASSERT_TRUE(doc.ok());
+    auto list = view::BuildDisplayList(**doc);
     ASSERT_TRUE(list.ok());
     scene_ = std::make_shared<Scene>(std::move(list.value()));
     canvas_ = std::make_unique<DrawingView>();

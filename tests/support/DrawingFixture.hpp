@@ -60,7 +60,7 @@ class RecordingEditor : public Editor {
 };
 
 inline std::unique_ptr<dxf::DxfDrawing> DrawingOf(const Tags& entities) {
-  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(R12Drawing(entities), false), "test.dxf");
+  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(R12Drawing(entities)).value(), "test.dxf");
 }
 
 // A drawing, its editor and its site, wired as the rules expect.
@@ -78,6 +78,9 @@ struct Scene {
   }
   ObjectId Id(const std::u16string& handle) const { return drawing->FindHandle(handle); }
 };
+
+// Extended data of one application holding one line.
+inline Tags Record(const std::string& app, const std::string& line) { return {{1001, app}, {1000, line}}; }
 
 inline Tags PointTags(const std::string& handle, double x, double y, const std::string& layer) {
   return {{0, "POINT"}, {5, handle}, {8, layer}, {10, std::to_string(x)}, {20, std::to_string(y)}, {30, "0.0"}};

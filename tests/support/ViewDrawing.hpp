@@ -1,6 +1,7 @@
 #pragma once
 // Small drawings for the view tests: layers with colours, block definitions and entities.
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -39,7 +40,9 @@ inline std::unique_ptr<dxf::Document> ViewDrawing(const Tags& entities, const st
   tags.insert(tags.end(), {{0, "ENDSEC"}, {0, "SECTION"}, {2, "ENTITIES"}});
   tags.insert(tags.end(), entities.begin(), entities.end());
   tags.insert(tags.end(), {{0, "ENDSEC"}, {0, "EOF"}});
-  return dxf::Document::Load(DxfTags(tags), false);
+  auto doc = dxf::Document::Read(DxfTags(tags));
+  if (!doc) throw std::runtime_error("a test drawing that does not read: " + doc.error().Describe());
+  return std::move(doc.value());
 }
 
 }  // namespace tq::test

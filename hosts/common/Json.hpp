@@ -4,7 +4,7 @@
 
 #include "base/Text.hpp"
 
-namespace tq::cli {
+namespace tq {
 
 inline std::string JsonString(TextView text) {
   std::string utf8 = ToUtf8(text), out = "\"";
@@ -28,4 +28,4 @@ inline std::string JsonString(TextView text) {
   return out + "\"";
 }
 
-}  // namespace tq::cli
+}  // namespace tq
