@@ -1,6 +1,6 @@
 # make demo   installs what is missing, builds, and runs the main job on examples/site
 # make test   installs what is missing, builds, and runs every test
-PRESET ?= default
+PRESET ?= relwithdebinfo
 BUILD  := build/$(PRESET)
 TQSTD  := $(BUILD)/hosts/tqstd
 SITE   := examples/site
