@@ -21,11 +21,15 @@ int PositionOfMember(int member) {
 Text InfoRecordName(int number) { return Format(u"TQ_STDINF%02d", {number}); }
 
 CStdInfRow ParseInfoLine(TextView line, size_t lineIndex, std::span<const Text> attributeKeys) {
-  CStdInfRow row;
   std::vector<Text> fields = SplitFields(line);
+  return RowFromFields(fields, lineIndex, attributeKeys);
+}
+
+CStdInfRow RowFromFields(std::span<const Text> fields, size_t lineIndex, std::span<const Text> attributeKeys) {
+  CStdInfRow row;
   for (size_t i = 0; i < fields.size() && i < kLineFieldCount; ++i) {
     int position = static_cast<int>(i) + 1;
-    row.member(MemberAtPosition(position)) = std::move(fields[i]);
+    row.member(MemberAtPosition(position)) = fields[i];
     if (position != 17) continue;
     Text& member20 = row.member(20);
     if (member20.empty() && !row.member(25).empty())

@@ -1,6 +1,7 @@
 #include "shell/MainDialog.hpp"
 
 #include "drawing/EntityScan.hpp"
+#include "info/AttrInfJob.hpp"
 #include "shell/AddIn.hpp"
 #include "shell/TakeoffCheck.hpp"
 
@@ -76,7 +77,10 @@ void CMainDlg::OnInfoCheck() {
   if (!picked) return;
   Text name;
   ReadSheetName(context.drawing, picked->sheetText, name);  // read, not shown: edit 200 changes only through "設定"
-  // The attribute information dialog opens here on the sheet-number text.
+  // One standard drawing per click: the picking ends with its dialog.
+  CAttrInfJob job(context.drawing, picked->sheetText, addIn_.folders(), addIn_.dialogServices());
+  job.Run();
+  context.editor.Print(u"\n");
 }
 
 void CMainDlg::OnTakeoffCheck() {
