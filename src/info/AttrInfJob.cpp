@@ -6,6 +6,9 @@
 
 namespace tq {
 
+using dialog::ComboBox;
+using dialog::ListView;
+
 namespace {
 
 constexpr char16_t kSave[] = u"保存";

@@ -30,7 +30,8 @@ std::string DataLine(const std::string& symbol, const std::string& name, const s
 
 Tags RecordTags(int number, const std::vector<std::string>& lines) {
   Tags t{{1001, ToUtf8(InfoRecordName(number))}};
-  for (const std::string& line : lines) t.push_back({1000, line});
+  // The drawing is in the system code page.
+  for (const std::string& line : lines) t.push_back({1000, EncodeCodePage(FromUtf8(line), "CP932")});
   return t;
 }
 
@@ -44,6 +45,8 @@ Tags Sheet(const Tags& records) { return TextTags("B1", "M-101", 26000, 1000) + 
 
 // The choice files and the attribute-ID table of the site.
 void WriteChoiceFiles(Site& site) {
+  std::filesystem::create_directories(site.dir / "system/Addin/標準図");
+  std::filesystem::create_directories(site.dir / "parts");
   auto write = [&](const std::string& name, const std::u16string& text) {
     site.dir.Write("system/Addin/標準図/" + name, EncodeCodePage(text, "CP932"));
   };
@@ -285,7 +288,7 @@ TEST(AttrInfJob, AnAddedRowIsInsertedBelowTheSelectedRowWhenBelowIsChecked) {
 TEST(AttrInfJob, AnAddedRowFollowsTheReadingRuleWithItsGridRowAsLineIndex) {
   AttrScene s;
   // A known key fills member 20 (position 21) from the attribute-ID table.
-  ScriptRun run = s.Run("click 1000:1301\ntype 1000:1110 共通\nclick 1000:1301\n" + kRegister);
+  ScriptRun run = s.Run("click 1000:1301\nselect 1000:1101 給水\ntype 1000:1110 共通\nclick 1000:1301\n" + kRegister);
   ASSERT_TRUE(run.ok) << run.All();
   std::vector<std::string> added = s.Fields(1, 2);
   EXPECT_EQ(added[16], "共通");
