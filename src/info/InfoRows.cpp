@@ -10,8 +10,8 @@ constexpr int kLastMember = 25;
 
 size_t LineOf(int gridRow) { return static_cast<size_t>(gridRow) + kFirstGridLine; }
 
-void MoveData(CStdInfRow& from, CStdInfRow& to) {
-  for (int m = kFirstDataMember; m <= kLastMember; ++m) to.member(m) = std::move(from.member(m));
+void CopyData(const CStdInfRow& from, CStdInfRow& to) {
+  for (int m = kFirstDataMember; m <= kLastMember; ++m) to.member(m) = from.member(m);
 }
 
 void ClearData(CStdInfRow& row) {
@@ -54,7 +54,7 @@ void DeleteGridRow(CStdInfRecord& record, int row) {
   }
   for (size_t next = line + 1; next < record.size(); ++next) {
     bool freeSlot = record[next].IsEmptySlot();
-    MoveData(record[next], record[next - 1]);
+    CopyData(record[next], record[next - 1]);
     if (freeSlot) {
       record.erase(record.begin() + static_cast<std::ptrdiff_t>(next));
       return;

@@ -412,11 +412,23 @@ TEST(AttrInfJob, PickingAMemberWhileABIsEmptyStoresItsMaterialCodeAtPosition19) 
   AttrScene s;
   ScriptRun run = s.Run("click 1000:1300\nselect 1000:1102 \"\"\nselect 1000:1107 SS400\nselect 1000:1103 吊りボルト\n"
                         "click 1000:1305\nselect 1000:1001 1\nclick 1000:1300\nselect 1000:1102 \"\"\nselect 1000:1107 GW\n"
-                        "select 1000:1103 保温材\nclick 1000:1305\n" + kRegister);
+                        "select 1000:1103 保温材\nclick 1000:1305\n"
+                        // With "A材/別途" set, picking a member leaves the code alone.
+                        "select 1000:1001 2\nclick 1000:1300\nselect 1000:1102 A\nselect 1000:1103 スパイラルダクト\n"
+                        "click 1000:1305\n" + kRegister);
   ASSERT_TRUE(run.ok) << run.All();
   EXPECT_EQ(s.Fields(1, 2)[18], "32010101000000");
   EXPECT_EQ(s.Fields(1, 3)[18], "Z9999999999999");  // its column 5 is empty
   EXPECT_EQ(s.Fields(1, 4)[18], "c19");
+}
+
+TEST(AttrInfJob, AnAddedRowInTheFirstTwoGridRowsGetsNoDashForAnUnknownKey) {
+  AttrScene s(RecordTags(1, {"h0", "h1"}));  // an empty grid: the new row is grid row 0
+  ScriptRun run = s.Run("click 1000:1301\nselect 1000:1101 給水\ntype 1000:1110 unknown\nclick 1000:1301\n" + kRegister);
+  ASSERT_TRUE(run.ok) << run.All();
+  std::vector<std::string> added = s.Fields(1, 2);
+  EXPECT_EQ(added[16], "unknown");
+  EXPECT_EQ(added[20], "");
 }
 
 // ---- the comma
