@@ -6,7 +6,7 @@ TQSTD  := $(BUILD)/hosts/tqstd
 SITE   := examples/site
 WERROR := $(if $(filter true,$(CI)),ON,OFF)
 
-.PHONY: deps configure build demo test asan bench fuzz clean
+.PHONY: deps configure build demo test asan tsan bench fuzz clean
 FUZZ_SECONDS ?= 60
 
 deps:
@@ -34,6 +34,10 @@ test: build
 asan:
 	$(MAKE) test PRESET=asan
 
+# The unit tests under ThreadSanitizer: reads of one drawing from several threads among them.
+tsan:
+	$(MAKE) test PRESET=tsan
+
 fuzz: deps
 	cmake --preset fuzz -DTQ_WERROR=$(WERROR)
 	cmake --build --preset fuzz --target dxf_reader_fuzz
@@ -44,6 +48,7 @@ bench:
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
+	./bench/run_script.sh build/release
 
 clean:
 	rm -rf build

@@ -85,6 +85,8 @@ class Drawing {
   virtual int ColourIndex(ObjectId id) const = 0;
   // The entity and its sub-entities (vertices, attributes).
   virtual EditResult SetColourIndex(ObjectId id, int colour) = 0;
+  // The vertices of a polyline, the attributes of a block reference, in order; none for others.
+  virtual std::vector<ObjectId> SubEntities(ObjectId id) const = 0;
   virtual EditResult Erase(ObjectId id) = 0;
   // Width and height of a text in the drawing's current text style; nothing when the
   // style cannot be measured.

@@ -153,13 +153,13 @@ TEST(InfoRecord, ALineLongerThanOneStringIsSplitAndJoinedAgainOnReading) {
   ASSERT_TRUE(WriteInfoRecords(*s.drawing, s.Id(u"B1"), records, 0));
   std::string saved = s.drawing->document().Serialize();
   EXPECT_NE(saved.find("1002\n{\n"), std::string::npos);
-  auto reopened = std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(saved, false), "r.dxf");
+  auto reopened = std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(saved).value(), "r.dxf");
   StdInfRecords back = ReadInfoRecords(*reopened, reopened->FindHandle(u"B1"), kKeys);
   EXPECT_EQ(back[0][2].members, records[0][2].members);
 }
 
 TEST(InfoRecord, RecordsOfTheExampleDrawingWrittenByEzdxf) {
-  auto drawing = dxf::DxfDrawing::Open(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf");
+  auto drawing = dxf::DxfDrawing::Open(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf").value();
   ObjectId m101 = drawing->FindHandle(u"42");
   StdInfRecords records = ReadInfoRecords(*drawing, m101, kKeys);
   ASSERT_EQ(records.size(), 2u);

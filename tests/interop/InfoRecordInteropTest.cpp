@@ -16,7 +16,7 @@ TEST(InfoRecordInterop, RecordsWeWriteAreReadByEzdxfLineForLine) {
     TempDir dir;
     std::filesystem::path path = dir / "d.dxf";
     ASSERT_EQ(RunEzdxfTool("write " + version + " " + path.string()).status, 0);
-    auto drawing = dxf::DxfDrawing::Open(path);
+    auto drawing = dxf::DxfDrawing::Open(path).value();
     ObjectId sheet = drawing->SelectAll({u"TEXT", u"5"}).front();
     StdInfRecords records(3);
     for (size_t r = 0; r < records.size(); ++r) {
@@ -45,7 +45,7 @@ TEST(InfoRecordInterop, RecordsEzdxfWroteAreRead) {
   TempDir dir;
   std::filesystem::path path = dir / "d.dxf";
   ASSERT_EQ(RunEzdxfTool("write R2010 " + path.string()).status, 0);
-  auto drawing = dxf::DxfDrawing::Open(path);
+  auto drawing = dxf::DxfDrawing::Open(path).value();
   ObjectId sheet = drawing->SelectAll({u"TEXT", u"5"}).front();
   StdInfRecords records = ReadInfoRecords(*drawing, sheet, std::vector<Text>{});
   ASSERT_EQ(records.size(), 2u);

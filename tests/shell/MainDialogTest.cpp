@@ -114,7 +114,7 @@ class ColourLog : public dxf::DxfDrawing {
 
 TEST(MainDialog, TheFramesWithoutInformationAreMarkedAroundTheWarningBoxOnly) {
   Site site;
-  ColourLog drawing(dxf::Document::Load(R12Drawing(TwoSheets()), false), "t.dxf");
+  ColourLog drawing(dxf::Document::Read(R12Drawing(TwoSheets())).value(), "t.dxf");
   ScriptRun run = RunScript(drawing, *site.folders, "command TQ_STD_INF\nclick 200:203\nanswer OK\n");
   ASSERT_TRUE(run.ok) << run.All();
   EXPECT_TRUE(run.Has(kWarningBox));
