@@ -431,6 +431,30 @@ TEST(AttrInfJob, AnAddedRowInTheFirstTwoGridRowsGetsNoDashForAnUnknownKey) {
   EXPECT_EQ(added[20], "");
 }
 
+TEST(AttrInfJob, AChoiceFileOfEmptyLinesGivesThatManyEmptyEntriesAndAnEmptyFileASingleSpace) {
+  AttrScene s;
+  s.site.dir.Write("system/Addin/標準図/数量.txt", "\r\n\r\n");
+  s.site.dir.Write("system/Addin/標準図/呼称.txt", "");
+  ScriptRun run = s.Run("dump 1000\nclose 1000\nanswer OK\n");
+  ASSERT_TRUE(run.ok) << run.All();
+  EXPECT_NE(Control(run, 1108).find(R"("items":["",""],"selected":0)"), std::string::npos) << Control(run, 1108);
+  EXPECT_NE(Control(run, 1109).find(R"("items":[" "],"selected":0)"), std::string::npos) << Control(run, 1109);
+}
+
+TEST(AttrInfJob, ABValueLowerCaseASelectsTheAFilesAnd2OrBTheBFiles) {
+  AttrScene s;
+  s.site.dir.Write("system/Addin/標準図/A材別途.txt", "a\r\n2\r\nB\r\n1\r\n");
+  // By index: "2", "a", "B", "1".
+  ScriptRun run = s.Run("click 1000:1300\nselect 1000:1102 1\ndump 1000:1103\nselect 1000:1102 0\ndump 1000:1103\n"
+                        "select 1000:1102 2\ndump 1000:1103\nselect 1000:1102 3\ndump 1000:1103\nclick 1000:1305\nclose 1000\nanswer OK\n");
+  ASSERT_TRUE(run.ok) << run.All();
+  const std::string a = R"("items":["配管用炭素鋼鋼管","スパイラルダクト"])", b = R"("items":["吊りボルト","保温材"])";
+  EXPECT_NE(Control(run, 1103, 0).find(b), std::string::npos) << Control(run, 1103, 0);
+  EXPECT_NE(Control(run, 1103, 1).find(a), std::string::npos) << Control(run, 1103, 1);
+  EXPECT_NE(Control(run, 1103, 2).find(b), std::string::npos) << Control(run, 1103, 2);
+  EXPECT_NE(Control(run, 1103, 3).find(a), std::string::npos) << Control(run, 1103, 3);
+}
+
 // ---- the comma
 
 TEST(AttrInfJob, ACommaTypedIntoAFieldIsRefusedAndTheFieldKeepsItsText) {
