@@ -27,6 +27,8 @@ demo: build
 	$(TQSTD) --ini $(DEMO)/site/Velum.ini takeoff $(DEMO)/site/drawings/設備標準図.dxf --kind aggregate --separator comma -o $(DEMO)/集計.txt
 	@echo "--- the first lines of $(DEMO)/集計.txt (CP932, shown in UTF-8) ---"
 	@iconv -f CP932 -t UTF-8 $(DEMO)/集計.txt | head -12
+	@echo "--- 拾い確認 scripted (examples/scripts/拾い確認_集計と登録.txt): the end of its transcript ---"
+	cd $(DEMO) && $(abspath $(TQSTD)) --ini site/Velum.ini script site/drawings/設備標準図.dxf $(abspath examples/scripts/拾い確認_集計と登録.txt) | tail -9
 
 test: build
 	ctest --preset $(PRESET)
@@ -48,7 +50,9 @@ bench:
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
+	./bench/run_collect.sh build/release
 	./bench/run_script.sh build/release
+	./bench/run_calc.sh build/release
 
 clean:
 	rm -rf build

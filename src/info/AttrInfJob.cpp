@@ -146,7 +146,7 @@ void CAttrInfJob::FillSymbolCombo() {
   symbols.ResetContent();
   for (const CStdInfRecord& record : records_) {
     // A record shorter than three lines has no symbol to name it by.
-    Text name = record.size() > kFirstGridLine ? record[kFirstGridLine].member(1) : Text();
+    Text name = record.size() > kFirstGridLine ? record[kFirstGridLine].member(RowMember::kSymbolOrUnits) : Text();
     symbols.AddString(name.empty() ? Text(kPlaceholder) : name);
   }
   symbols.SetCurSel(0);
@@ -306,7 +306,7 @@ void CAttrInfJob::OnSelChange(int id) {
   } else if (id == IDC_MEMBER && GetDlgItemText(IDC_AB_CLASS).empty()) {
     int row = SelectedRow();
     if (row < 0 || row >= GridRowCount(ShownRecord())) return;
-    ShownRecord()[static_cast<size_t>(row) + kFirstGridLine].member(18) =
+    ShownRecord()[static_cast<size_t>(row) + kFirstGridLine].member(RowMember::kMaterialCode) =
         bMaterial_.CodeFor(GetDlgItemText(IDC_MEMBER), GetDlgItemText(IDC_MATERIAL));
   }
 }

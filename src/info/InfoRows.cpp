@@ -5,28 +5,28 @@
 namespace tq {
 
 namespace {
-constexpr int kFirstDataMember = 3;
-constexpr int kLastMember = 25;
+// The data of a row: every member but the symbol and the equipment name, which key its slot.
+constexpr size_t kFirstDataMember = IndexOf(RowMember::kWorkItem);
 
 size_t LineOf(int gridRow) { return static_cast<size_t>(gridRow) + kFirstGridLine; }
 
 void CopyData(const CStdInfRow& from, CStdInfRow& to) {
-  for (int m = kFirstDataMember; m <= kLastMember; ++m) to.member(m) = from.member(m);
+  for (size_t m = kFirstDataMember; m < kRowMemberCount; ++m) to.members[m] = from.members[m];
 }
 
 void ClearData(CStdInfRow& row) {
-  for (int m = kFirstDataMember; m <= kLastMember; ++m) row.member(m).clear();
+  for (size_t m = kFirstDataMember; m < kRowMemberCount; ++m) row.members[m].clear();
 }
 }  // namespace
 
 GridCells CellsOfLine(const CStdInfRow& row) {
   GridCells cells;
-  for (int k = 0; k < kGridColumnCount; ++k) cells[static_cast<size_t>(k)] = row.member(k + 1);
+  for (size_t k = 0; k < cells.size(); ++k) cells[k] = row.member(MemberAt(k));
   return cells;
 }
 
 void WriteCellsToLine(const GridCells& cells, CStdInfRow& row) {
-  for (int k = 0; k < kGridColumnCount; ++k) row.member(MemberAtPosition(k + 1)) = cells[static_cast<size_t>(k)];
+  for (size_t k = 0; k < cells.size(); ++k) row.member(MemberAtPosition(PositionAt(k))) = cells[k];
 }
 
 CStdInfRow LineFromCells(const GridCells& cells, size_t gridRow, std::span<const Text> attributeKeys) {
@@ -66,7 +66,7 @@ void DeleteGridRow(CStdInfRecord& record, int row) {
 void SwapRowData(CStdInfRecord& record, int a, int b) {
   CStdInfRow& first = record.at(LineOf(a));
   CStdInfRow& second = record.at(LineOf(b));
-  for (int m = kFirstDataMember; m <= kLastMember; ++m) std::swap(first.member(m), second.member(m));
+  for (size_t m = kFirstDataMember; m < kRowMemberCount; ++m) std::swap(first.members[m], second.members[m]);
 }
 
 int GridRowCount(const CStdInfRecord& record) {

@@ -9,7 +9,8 @@
 namespace tq {
 
 inline constexpr int kGridColumnCount = 17;
-inline constexpr size_t kFirstGridLine = 2;
+// Grid row 0 is the first item line of the record.
+inline constexpr size_t kFirstGridLine = kFirstItemLine;
 using GridCells = std::array<Text, kGridColumnCount>;
 
 // The 17 cells a line shows: members 1 to 17 (cell 16 is "備考", position 18).

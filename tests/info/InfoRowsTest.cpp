@@ -10,9 +10,9 @@ namespace {
 // A line whose position p holds `data` + p from position 3 on.
 CStdInfRow DataLine(const Text& symbol, const Text& name, const Text& data) {
   CStdInfRow row;
-  row.member(1) = symbol;
-  row.member(2) = name;
-  for (int p = 3; p <= 25; ++p) row.member(MemberAtPosition(p)) = data + FromUtf8(std::to_string(p));
+  row.member(RowMember::kSymbolOrUnits) = symbol;
+  row.member(RowMember::kEquipmentName) = name;
+  for (int p = 3; p <= 25; ++p) row.member(MemberAtPosition(PositionAt(static_cast<size_t>(p - 1)))) = data + FromUtf8(std::to_string(p));
   return row;
 }
 
@@ -23,11 +23,11 @@ CStdInfRecord RecordOf(std::vector<CStdInfRow> lines) {
   return record;
 }
 
-bool HasData(const CStdInfRow& row, const Text& data) { return row.member(3) == data + u"3" && row.member(24) == data + u"25"; }
+bool HasData(const CStdInfRow& row, const Text& data) { return row.member(RowMember::kWorkItem) == data + u"3" && row.member(RowMember::kBMaterialKey) == data + u"25"; }
 
 bool DataEmpty(const CStdInfRow& row) {
-  for (int m = 3; m <= 25; ++m)
-    if (!row.member(m).empty()) return false;
+  for (size_t m = IndexOf(RowMember::kWorkItem); m < row.members.size(); ++m)
+    if (!row.members[m].empty()) return false;
   return true;
 }
 
@@ -46,10 +46,10 @@ TEST(InfoRows, WritingCellsPutsCellSixteenAtPositionSeventeenAndKeepsPositionEig
   cells[16] = u"新しい備考";
   cells[5] = u"部材X";
   WriteCellsToLine(cells, row);
-  EXPECT_EQ(row.member(25), u"新しい備考");  // position 17
-  EXPECT_EQ(row.member(17), u"a18");         // position 18 as it was
-  EXPECT_EQ(row.member(6), u"部材X");
-  EXPECT_EQ(row.member(18), u"a19");  // past the cells: untouched
+  EXPECT_EQ(row.member(RowMember::kAttributeKey), u"新しい備考");  // position 17
+  EXPECT_EQ(row.member(RowMember::kRemarks), u"a18");         // position 18 as it was
+  EXPECT_EQ(row.member(RowMember::kMemberName), u"部材X");
+  EXPECT_EQ(row.member(RowMember::kMaterialCode), u"a19");  // past the cells: untouched
 }
 
 TEST(InfoRows, ALineFromCellsFollowsTheReadingRuleWithTheGridRowAsLineIndex) {
@@ -58,14 +58,14 @@ TEST(InfoRows, ALineFromCellsFollowsTheReadingRuleWithTheGridRowAsLineIndex) {
   cells[16] = u"KEY";
   std::vector<Text> keys{u"key"};
   CStdInfRow known = LineFromCells(cells, 0, keys);
-  EXPECT_EQ(known.member(25), u"KEY");
-  EXPECT_EQ(known.member(20), u"key");
-  EXPECT_EQ(known.member(17), u"");
+  EXPECT_EQ(known.member(RowMember::kAttributeKey), u"KEY");
+  EXPECT_EQ(known.member(RowMember::kAttributeValue), u"key");
+  EXPECT_EQ(known.member(RowMember::kRemarks), u"");
   cells[16] = u"unknown";
-  EXPECT_EQ(LineFromCells(cells, 1, keys).member(20), u"");
-  EXPECT_EQ(LineFromCells(cells, 2, keys).member(20), u"-");
+  EXPECT_EQ(LineFromCells(cells, 1, keys).member(RowMember::kAttributeValue), u"");
+  EXPECT_EQ(LineFromCells(cells, 2, keys).member(RowMember::kAttributeValue), u"-");
   cells[16] = u"";
-  EXPECT_EQ(LineFromCells(cells, 2, keys).member(20), u"-");  // position 17 is assigned even when empty
+  EXPECT_EQ(LineFromCells(cells, 2, keys).member(RowMember::kAttributeValue), u"-");  // position 17 is assigned even when empty
 }
 
 TEST(InfoRows, InsertingAboveOrBelowTheSelectedRowOrAtTheEnd) {
@@ -87,7 +87,7 @@ TEST(InfoRows, DeletingAFreeSlotRemovesItsLine) {
   ASSERT_EQ(record.size(), 4u);
   EXPECT_TRUE(HasData(record[2], u"x"));
   EXPECT_TRUE(HasData(record[3], u"z"));
-  EXPECT_EQ(record[3].member(1), u"B");
+  EXPECT_EQ(record[3].member(RowMember::kSymbolOrUnits), u"B");
 }
 
 TEST(InfoRows, DeletingARowWithDataShiftsTheDataUpToTheFirstFreeSlotWhichIsRemoved) {
@@ -95,10 +95,10 @@ TEST(InfoRows, DeletingARowWithDataShiftsTheDataUpToTheFirstFreeSlotWhichIsRemov
                                    DataLine(u"", u"", u"w")});
   DeleteGridRow(record, 0);
   ASSERT_EQ(record.size(), 5u);
-  EXPECT_EQ(record[2].member(1), u"A");
+  EXPECT_EQ(record[2].member(RowMember::kSymbolOrUnits), u"A");
   EXPECT_TRUE(HasData(record[2], u"y"));
-  EXPECT_EQ(record[3].member(1), u"B");
-  EXPECT_EQ(record[3].member(2), u"b");
+  EXPECT_EQ(record[3].member(RowMember::kSymbolOrUnits), u"B");
+  EXPECT_EQ(record[3].member(RowMember::kEquipmentName), u"b");
   EXPECT_TRUE(HasData(record[3], u"z"));
   EXPECT_TRUE(HasData(record[4], u"w"));  // past the free slot: untouched
   EXPECT_TRUE(HasData(record[1], u"h1-"));
@@ -109,17 +109,17 @@ TEST(InfoRows, DeletingARowWithDataEmptiesTheLastLinesDataWhenNoFreeSlotFollows)
   DeleteGridRow(record, 0);
   ASSERT_EQ(record.size(), 4u);
   EXPECT_TRUE(HasData(record[2], u"y"));
-  EXPECT_EQ(record[3].member(1), u"B");
+  EXPECT_EQ(record[3].member(RowMember::kSymbolOrUnits), u"B");
   EXPECT_TRUE(DataEmpty(record[3]));
 }
 
 TEST(InfoRows, SwappingMovesMembersThreeToTwentyFiveOnly) {
   CStdInfRecord record = RecordOf({DataLine(u"A", u"a", u"x"), DataLine(u"B", u"b", u"y")});
   SwapRowData(record, 0, 1);
-  EXPECT_EQ(record[2].member(1), u"A");
-  EXPECT_EQ(record[2].member(2), u"a");
+  EXPECT_EQ(record[2].member(RowMember::kSymbolOrUnits), u"A");
+  EXPECT_EQ(record[2].member(RowMember::kEquipmentName), u"a");
   EXPECT_TRUE(HasData(record[2], u"y"));
-  EXPECT_EQ(record[3].member(1), u"B");
+  EXPECT_EQ(record[3].member(RowMember::kSymbolOrUnits), u"B");
   EXPECT_TRUE(HasData(record[3], u"x"));
 }
 
