@@ -6,7 +6,7 @@ TQSTD  := $(BUILD)/hosts/tqstd
 SITE   := examples/site
 WERROR := $(if $(filter true,$(CI)),ON,OFF)
 
-.PHONY: deps configure build demo test asan tsan bench fuzz clean
+.PHONY: deps configure build demo test asan tsan bench fuzz clean screenshots
 FUZZ_SECONDS ?= 60
 
 deps:
@@ -53,6 +53,14 @@ bench:
 	./bench/run_collect.sh build/release
 	./bench/run_script.sh build/release
 	./bench/run_calc.sh build/release
+	./bench/run_workbench.sh build/release
+
+# The workbench with the example drawing and its frames, under a virtual X server.
+SHOTS := build/screenshots
+screenshots: build
+	mkdir -p $(SHOTS)
+	xvfb-run -a -s "-screen 0 1600x1000x24" $(BUILD)/hosts/qt/tqstd-workbench --grab $(SHOTS)/workbench.png $(SITE)/drawings/設備標準図.dxf
+	@echo "saved $(SHOTS)/workbench.png"
 
 clean:
 	rm -rf build

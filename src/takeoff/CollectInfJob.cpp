@@ -1,3 +1,4 @@
+#include "info/LineFields.hpp"
 #include "takeoff/CollectInfJob.hpp"
 
 #include "base/Lookup.hpp"
