@@ -23,11 +23,15 @@ LinePosition PositionOfMember(RowMember member) {
 Text InfoRecordName(int number) { return Format(u"TQ_STDINF%02d", {number}); }
 
 CStdInfRow ParseInfoLine(TextView line, size_t lineIndex, std::span<const Text> attributeKeys) {
-  CStdInfRow row;
   std::vector<Text> fields = SplitFields(line);
+  return RowFromFields(fields, lineIndex, attributeKeys);
+}
+
+CStdInfRow RowFromFields(std::span<const Text> fields, size_t lineIndex, std::span<const Text> attributeKeys) {
+  CStdInfRow row;
   for (size_t i = 0; i < fields.size() && i < kLineFieldCount; ++i) {
     LinePosition position = PositionAt(i);
-    row.member(MemberAtPosition(position)) = std::move(fields[i]);
+    row.member(MemberAtPosition(position)) = fields[i];
     if (position != LinePosition::kAttributeKey) continue;
     Text& value = row.member(RowMember::kAttributeValue);
     const Text& key = row.member(RowMember::kAttributeKey);

@@ -38,6 +38,8 @@ Text InfoRecordName(int number);
 // regard to case) among `attributeKeys` and the entry found fills member 20; from line index
 // 2 on a member 20 still empty becomes "-". Position 21 overwrites member 20 afterwards.
 CStdInfRow ParseInfoLine(TextView line, size_t lineIndex, std::span<const Text> attributeKeys);
+// The same from fields already split: field i goes to position i + 1.
+CStdInfRow RowFromFields(std::span<const Text> fields, size_t lineIndex, std::span<const Text> attributeKeys);
 // The 25 fields in position order, joined with ",".
 Text FormatInfoLine(const CStdInfRow& row);
 

@@ -1,6 +1,7 @@
 #include "shell/MainDialog.hpp"
 
 #include "drawing/EntityScan.hpp"
+#include "info/AttrInfJob.hpp"
 #include "output/RunFileOutput.hpp"
 #include "shell/AddIn.hpp"
 #include "takeoff/CollectInfJob.hpp"
@@ -78,7 +79,10 @@ void CMainDlg::OnInfoCheck() {
   if (!picked) return;
   Text name;
   ReadSheetName(context.drawing, picked->sheetText, name);  // read, not shown: edit 200 changes only through "設定"
-  // The attribute information dialog opens here on the sheet-number text.
+  // One standard drawing per click: the picking ends with its dialog.
+  CAttrInfJob job(context.drawing, picked->sheetText, addIn_.folders(), addIn_.dialogServices());
+  job.Run();
+  context.editor.Print(u"\n");
 }
 
 void CMainDlg::OnTakeoffCheck() {
