@@ -246,19 +246,41 @@ void DxfDrawing::SetColour(uint32_t index, int colour) {
   TagList& tags = doc_->Edit(index);
   auto found = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 62; });
   if (found != tags.end()) {
-    long long original = 0;
-    bool originalByLayer = !found->isNew() && ParseInt(found->originalValue(), original) && original == kColourByLayer;
-    // A drawing whose writer spells by-layer out as "256" gets it spelt out again, unless the
-    // pair was added here.
-    bool spelt = originalByLayer || (!found->isNew() && doc_->spellsOutByLayer());
-    if (colour == kColourByLayer && !spelt) tags.erase(found);
+    if (colour == kColourByLayer && !SpellsOutByLayer(*found)) tags.erase(found);
     else SetTagInt(*found, colour, doc_->strings());
-  } else if (colour != kColourByLayer) {
-    auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
-    tags.insert(layer == tags.end() ? tags.end() : layer + 1, EditTag(62, doc_->strings().Keep(FormatInt(62, colour))));
+  } else if (colour != kColourByLayer || rec.begin < rec.end) {
+    InsertColour(index, tags, colour);
   }
   rec.colour = colour;
   doc_->Commit(index);
+}
+
+// Whether by-layer is written as "62 256" in place of this pair: where the file has it so, where
+// its writer spells by-layer out elsewhere, or where the pair was not written as a marking
+// writes a pair it adds (that is, the file's own pair had another colour written in its place).
+bool DxfDrawing::SpellsOutByLayer(const EditTag& pair) const {
+  if (pair.isNew()) return false;
+  long long original = 0;
+  if (ParseInt(pair.originalValue(), original) && original == kColourByLayer) return true;
+  return doc_->spellsOutByLayer() || pair.originalValue() != FormatInt(62, original);
+}
+
+// The file's own pair when it held this colour goes back where it stood, as it was written;
+// else a new pair follows the layer.
+void DxfDrawing::InsertColour(uint32_t index, TagList& tags, int colour) {
+  const EntityRecord& rec = doc_->records()[index];
+  std::vector<Tag>& file = ThreadScratch();
+  ViewTagsInto(doc_->source().substr(rec.begin, rec.end - rec.begin), file);
+  for (size_t k = 0; k < file.size(); ++k) {
+    long long value = 0;
+    if (file[k].code != 62 || !ParseInt(file[k].value, value) || value != colour) continue;
+    std::string_view pair = doc_->source().substr(rec.begin + file[k].offset, file[k].end - file[k].offset);
+    tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(std::min(k, tags.size())), EditTag(62, pair, file[k].value));
+    return;
+  }
+  if (colour == kColourByLayer) return;
+  auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
+  tags.insert(layer == tags.end() ? tags.end() : layer + 1, EditTag(62, doc_->strings().Keep(FormatInt(62, colour))));
 }
 
 EditResult DxfDrawing::SetColourIndex(ObjectId id, int colour) {

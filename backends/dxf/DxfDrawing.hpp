@@ -61,6 +61,8 @@ class DxfDrawing : public Drawing {
   const LayerState& LayerStateOf(std::string_view raw) const;
   bool Selectable(uint32_t index, const SelectionFilter& filter) const;
   void SetColour(uint32_t index, int colour);
+  bool SpellsOutByLayer(const EditTag& pair) const;
+  void InsertColour(uint32_t index, TagList& tags, int colour);
   ObjectId AddEntity(dxf::TagList tags);
   dxf::TagList EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass);
   void EnsureLayer(TextView layer);
