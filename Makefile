@@ -48,6 +48,7 @@ bench:
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
+	./bench/run_script.sh build/release
 
 clean:
 	rm -rf build

@@ -63,7 +63,7 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
   std::filesystem::path path(std::u8string(drawing.begin(), drawing.end()));
   std::optional<std::string> bytes = ReadFileBytes(path);
   if (!bytes) throw UserError("cannot read " + drawing);
-  const dxf::ReadOptions options{SystemCodePage()};
+  const dxf::ReadOptions options{context.codePage->name()};
   std::string strict = "strict reading: no problem";
   if (Result<std::unique_ptr<dxf::Document>> read = dxf::Document::Read(*bytes, options); !read)
     strict = "strict reading fails: " + read.error().Describe();

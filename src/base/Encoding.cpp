@@ -15,11 +15,6 @@ namespace tq {
 
 namespace {
 
-std::string& CodePageSetting() {
-  static std::string name = "CP932";
-  return name;
-}
-
 struct ConverterCloser {
   void operator()(UConverter* c) const { ucnv_close(c); }
 };
@@ -55,15 +50,6 @@ std::string Utf16ToBytes(TextView text, bool bigEndian) {
 
 }  // namespace
 
-void SetSystemCodePage(std::string name) {
-  CheckCodePageName(name);
-  CodePageSetting() = std::move(name);
-}
-
-const std::string& SystemCodePage() { return CodePageSetting(); }
-
-void CheckCodePageName(const std::string& name) { OpenConverter(name); }
-
 bool IsValidUtf8(std::string_view bytes) {
   int32_t i = 0, n = static_cast<int32_t>(bytes.size());
   const auto* s = reinterpret_cast<const uint8_t*>(bytes.data());
@@ -75,12 +61,12 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
-DecodedText DecodeTextFile(std::string_view bytes) {
+DecodedText DecodeTextFile(std::string_view bytes, const CodePage& systemCodePage) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return {FromUtf8(bytes.substr(3)), FileEncoding::Utf8Bom};
   if (bytes.starts_with("\xFF\xFE")) return {Utf16FromBytes(bytes.substr(2), false), FileEncoding::Utf16LeBom};
   if (bytes.starts_with("\xFE\xFF")) return {Utf16FromBytes(bytes.substr(2), true), FileEncoding::Utf16BeBom};
   if (IsValidUtf8(bytes)) return {FromUtf8(bytes), FileEncoding::Utf8};
-  return {DecodeCodePage(bytes, SystemCodePage()), FileEncoding::SystemCodePage};
+  return {systemCodePage.Decode(bytes), FileEncoding::SystemCodePage};
 }
 
 // ICU converters keep state: one conversion at a time (the DXF reader decodes on two threads).
@@ -88,6 +74,13 @@ struct CodePage::Converters {
   Converter decoder, bestFit, exact;
   std::mutex lock;
 };
+
+Result<CodePage> CodePage::Open(const std::string& name) {
+  UErrorCode status = U_ZERO_ERROR;
+  Converter probe(ucnv_open(name.c_str(), &status));
+  if (U_FAILURE(status) || !probe) return MakeError(ErrorCode::InvalidValue, "unknown code page: " + name);
+  return CodePage(name);
+}
 
 CodePage::CodePage(const std::string& name) : name_(name), converters_(std::make_unique<Converters>()) {
   converters_->decoder = OpenConverter(name);
@@ -143,7 +136,7 @@ Text DecodeCodePage(std::string_view bytes, const std::string& codePage) { retur
 
 std::string EncodeCodePage(TextView text, const std::string& codePage) { return CodePage(codePage).Encode(text); }
 
-std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom) {
+std::string EncodeFile(TextView text, FileEncoding encoding, const CodePage& systemCodePage, bool withBom) {
   switch (encoding) {
     case FileEncoding::Utf8Bom: return (withBom ? "\xEF\xBB\xBF" : "") + ToUtf8(text);
     case FileEncoding::Utf8: return ToUtf8(text);
@@ -151,7 +144,7 @@ std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom) {
     case FileEncoding::Utf16BeBom: return (withBom ? "\xFE\xFF" : "") + Utf16ToBytes(text, true);
     case FileEncoding::SystemCodePage: break;
   }
-  return EncodeCodePage(text, SystemCodePage());
+  return systemCodePage.Encode(text);
 }
 
 Text ToHalfWidth(TextView text) {

@@ -1,7 +1,6 @@
 #include "base/Paths.hpp"
 
 #include <fstream>
-#include <stdexcept>
 
 namespace tq {
 
@@ -43,12 +42,14 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path) {
   return bytes;
 }
 
-void WriteFileBytes(const std::filesystem::path& path, std::string_view bytes) {
+Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (!out) throw std::runtime_error("cannot write " + path.string());
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (!out) throw std::runtime_error("cannot write " + path.string());
+  if (out) {
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    out.close();
+  }
+  if (!out) return MakeError(ErrorCode::CannotWrite, u"cannot write " + FromFsPath(path));
+  return {};
 }
 
 }  // namespace tq

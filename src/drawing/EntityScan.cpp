@@ -17,9 +17,6 @@ SelectionFilter FilterOf(SelectMode mode, TextView layer) {
   return {};
 }
 
-// MarkFrames does not run again while it runs (a re-entry from the display update).
-bool markingBusy = false;
-
 }  // namespace
 
 bool SelectInRect(const Drawing& drawing, SelectMode mode, const Point3& ul, const Point3& lr, std::vector<ObjectId>& out,
@@ -59,11 +56,13 @@ void SplitByInfoRecord(const Drawing& drawing, std::vector<ObjectId>& list, std:
 
 size_t MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark) {
   context.editor.BeginWaitCursor();
-  if (markingBusy) {
-    context.editor.EndWaitCursor();
-    return 0;
-  }
-  markingBusy = true;
+  struct EndWait {
+    Editor& editor;
+    ~EndWait() { editor.EndWaitCursor(); }
+  } endWait{context.editor};
+  // MarkFrames does not run again while it runs (a re-entry from the display update).
+  MarkingGuard guard(context.marking);
+  if (!guard.acquired()) return 0;
   size_t changedFrames = 0;
   {
     auto lock = context.drawing.LockForWrite();
@@ -80,8 +79,6 @@ size_t MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sh
         ++changedFrames;
     }
   }
-  markingBusy = false;
-  context.editor.EndWaitCursor();
   return changedFrames;
 }
 
@@ -94,7 +91,7 @@ size_t MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& p
     int newColour;
     if (saved && !saved->empty()) {
       if (mark) continue;  // never marked twice: the first saved colour stays
-      newColour = _wtoi((*saved)[0]);
+      newColour = ToInt((*saved)[0]);
     } else {
       if (!mark) continue;
       newColour = colour;
@@ -113,7 +110,7 @@ size_t MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& p
     drawing.RemoveXData(id, kCheckApplication);
     for (ObjectId sub : subs)
       if (std::optional<XDataLines> own = drawing.ReadXData(sub, kCheckApplication); own && !own->empty()) {
-        drawing.SetColourIndex(sub, _wtoi((*own)[0]));
+        drawing.SetColourIndex(sub, ToInt((*own)[0]));
         drawing.RemoveXData(sub, kCheckApplication);
       }
   }

@@ -1,42 +1,11 @@
 #include "output/EncodedWriter.hpp"
 
-#include <memory>
-#include <optional>
-#include <unordered_map>
-
 #include "base/Encoding.hpp"
 #include "base/Paths.hpp"
 
 namespace tq {
 
 namespace {
-
-// The bytes of each unit in the system code page, converted once per unit and code page
-// (an output file uses a few hundred distinct characters, written many thousand times).
-class UnitTable {
- public:
-  struct Bytes {
-    std::string bestFit;               // with the code page's best fit and default character
-    std::optional<std::string> exact;  // nothing when the code page cannot hold the unit
-  };
-  explicit UnitTable(const std::string& codePage) : codePage_(codePage) {}
-  const std::string& name() const { return codePage_.name(); }
-  const Bytes& Of(char16_t unit) {
-    auto [found, inserted] = units_.try_emplace(unit);
-    if (inserted) found->second = {codePage_.Encode(TextView(&unit, 1)), codePage_.EncodeExact(TextView(&unit, 1))};
-    return found->second;
-  }
-
- private:
-  CodePage codePage_;
-  std::unordered_map<char16_t, Bytes> units_;
-};
-
-UnitTable& TableFor(const std::string& codePage) {
-  static std::unique_ptr<UnitTable> table;
-  if (!table || table->name() != codePage) table = std::make_unique<UnitTable>(codePage);
-  return *table;
-}
 
 std::string Utf8Unit(char16_t u) {
   if (u >= 0xD800 && u <= 0xDFFF) return "\xEF\xBF\xBD";  // a lone surrogate
@@ -51,13 +20,21 @@ std::string Utf8Unit(char16_t u) {
   return out;
 }
 
-std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
+}  // namespace
+
+const CharacterWriter::Bytes& CharacterWriter::Of(char16_t unit) {
+  auto [found, inserted] = units_.try_emplace(unit);
+  if (inserted) found->second = {codePage_.Encode(TextView(&unit, 1)), codePage_.EncodeExact(TextView(&unit, 1))};
+  return found->second;
+}
+
+std::string CharacterWriter::UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
   switch (mode) {
     case TextMode::SystemCodePage:
     case TextMode::Utf8: {
       if (u < 0x80) return (u == u'\n' && options.lineEnd) ? std::string("\r\n") : std::string(1, static_cast<char>(u));
       if (mode == TextMode::Utf8) return Utf8Unit(u);
-      const UnitTable::Bytes& bytes = TableFor(SystemCodePage()).Of(u);
+      const Bytes& bytes = Of(u);
       if (!options.escape) return bytes.bestFit;
       if (bytes.exact) return *bytes.exact;
       char escape[8];
@@ -76,9 +53,7 @@ std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
   return std::string();
 }
 
-}  // namespace
-
-int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
+int CharacterWriter::Write(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
   if (mode < 1 || mode > 4) return options.result == WriteResultKind::MinusOne ? -1 : 0;
   int units = 0;
   std::string buffer;
@@ -96,13 +71,15 @@ int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOpti
   return 0;
 }
 
-bool WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines) {
-  if (path.empty()) return false;
+Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage) {
+  if (path.empty()) return MakeError(ErrorCode::NotFound, u"no output file was named");
   std::FILE* f = std::fopen(path.c_str(), "wb");
-  if (!f) return false;
+  if (!f) return MakeError(ErrorCode::CannotWrite, u"cannot open " + FromFsPath(path) + u" for writing");
+  CharacterWriter writer(systemCodePage);
   bool ok = true;
-  for (const Text& line : lines) ok = WriteEncodedText(f, line + u"\r\n", 1) != -1 && ok;
-  return std::fclose(f) == 0 && ok;
+  for (const Text& line : lines) ok = writer.Write(f, line + u"\r\n", static_cast<int>(TextMode::SystemCodePage)) != -1 && ok;
+  if (std::fclose(f) != 0 || !ok) return MakeError(ErrorCode::CannotWrite, u"writing " + FromFsPath(path) + u" fell short");
+  return {};
 }
 
 }  // namespace tq

@@ -147,7 +147,7 @@ TEST(DxfCorpus, EveryDrawingReadsSavesUnchangedMarksAndRestoresWithoutATrace) {
     }
     std::string markedBytes = drawing.document().Serialize();
     std::filesystem::path markedPath = dir / ("marked_" + f.file);
-    WriteFileBytes(markedPath, markedBytes);
+    ASSERT_TRUE(WriteFileBytes(markedPath, markedBytes));
     audits += (corpus / f.file).string() + "\t" + markedPath.string() + "\n";
     ++marked;
 
@@ -169,7 +169,7 @@ TEST(DxfCorpus, EveryDrawingReadsSavesUnchangedMarksAndRestoresWithoutATrace) {
 
   // ezdxf audits each original and its marked copy: the mark adds no error.
   std::filesystem::path list = dir / "audits.tsv";
-  WriteFileBytes(list, audits);
+  ASSERT_TRUE(WriteFileBytes(list, audits));
   RunResult audit = RunCommand(std::string(TQ_PYTHON) + " " + TQ_SOURCE_DIR + "/tests/interop/ezdxf_audit_pairs.py '" +
                                list.string() + "' 2>&1");
   EXPECT_EQ(audit.status, 0) << audit.out;
