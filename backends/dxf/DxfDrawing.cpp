@@ -248,7 +248,7 @@ void DxfDrawing::SetColour(uint32_t index, int colour) {
   if (found != tags.end()) {
     if (colour == kColourByLayer && !SpellsOutByLayer(*found)) tags.erase(found);
     else SetTagInt(*found, colour, doc_->strings());
-  } else if (colour != kColourByLayer || rec.begin < rec.end) {
+  } else if (colour != kColourByLayer || rec.colourPair) {
     InsertColour(index, tags, colour);
   }
   rec.colour = colour;
@@ -270,7 +270,8 @@ bool DxfDrawing::SpellsOutByLayer(const EditTag& pair) const {
 void DxfDrawing::InsertColour(uint32_t index, TagList& tags, int colour) {
   const EntityRecord& rec = doc_->records()[index];
   std::vector<Tag>& file = ThreadScratch();
-  ViewTagsInto(doc_->source().substr(rec.begin, rec.end - rec.begin), file);
+  if (rec.colourPair) ViewTagsInto(doc_->source().substr(rec.begin, rec.end - rec.begin), file);
+  else file.clear();
   for (size_t k = 0; k < file.size(); ++k) {
     long long value = 0;
     if (file[k].code != 62 || !ParseInt(file[k].value, value) || value != colour) continue;
