@@ -47,7 +47,7 @@ Result<std::unique_ptr<DxfDrawing>> DxfDrawing::Open(const std::filesystem::path
 }
 
 DxfDrawing::DxfDrawing(std::unique_ptr<Document> doc, std::filesystem::path path)
-    : doc_(std::move(doc)), path_(std::move(path)) {}
+    : doc_(std::move(doc)), path_(std::move(path)), recordLayers_(doc_->records().size()) {}
 
 void DxfDrawing::Save(const std::filesystem::path& path) const { doc_->Save(path.empty() ? path_ : path); }
 
@@ -57,23 +57,15 @@ const EntityRecord* DxfDrawing::Record(ObjectId id) const {
   return rec.erased ? nullptr : &rec;
 }
 
-void DxfDrawing::EnsureLayers() const {
-  layersCache_.Ensure([&] {
-    const size_t n = doc_->records().size();
-    recordLayers_.assign(n, nullptr);
-    std::string_view last;
-    const LayerState* state = nullptr;
-    for (uint32_t i = 0; i < n; ++i) {
-      std::string_view raw = doc_->LayerRaw(i);
-      if (!state || raw != last) state = &LayerStateOf(raw), last = raw;
-      recordLayers_[i] = state;
-    }
-  });
-}
-
+// Looked up on a record's first read and kept: a slot read and written atomically, the table
+// of layer states filled under the lock, so that reads from several threads meet safely.
 const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
-  EnsureLayers();
-  return *recordLayers_[index];
+  std::atomic_ref<const LayerState*> slot(recordLayers_[index]);
+  if (const LayerState* known = slot.load(std::memory_order_acquire)) return *known;
+  std::lock_guard lock(layersMutex_);
+  const LayerState* state = &LayerStateOf(doc_->LayerRaw(index));
+  slot.store(state, std::memory_order_release);
+  return *state;
 }
 
 const DxfDrawing::LayerState& DxfDrawing::LayerStateOf(std::string_view raw) const {
@@ -91,9 +83,8 @@ const DxfDrawing::LayerState& DxfDrawing::LayerStateOf(std::string_view raw) con
 }
 
 void DxfDrawing::ForgetLayers() {
-  layersCache_.Forget();
   layerStates_.clear();
-  recordLayers_.clear();
+  recordLayers_.assign(doc_->records().size(), nullptr);
 }
 
 bool DxfDrawing::Selectable(uint32_t index, const SelectionFilter& filter) const {
@@ -164,7 +155,6 @@ void DxfDrawing::BuildIndex() const {
 
 std::vector<ObjectId> DxfDrawing::SelectWindow(const SelectionFilter& filter, const Rect& window) const {
   indexCache_.Ensure([&] { BuildIndex(); });
-  EnsureLayers();
   std::vector<ObjectId> ids;
   for (uint32_t item : index_->Query(window.minX, window.minY, window.maxX, window.maxY)) {
     uint32_t index = indexedRecords_[item];
@@ -358,7 +348,7 @@ ObjectId DxfDrawing::AddEntity(TagList tags) {
   if (rec.handle == 0)
     if (const EditTag* h = FindTag(*rec.edit, 5)) rec.handle = std::strtoull(std::string(h->value()).c_str(), nullptr, 16);
   if (handlesCache_.ready() && rec.handle) handles_.emplace(rec.handle, index);
-  if (layersCache_.ready()) recordLayers_.push_back(&LayerStateOf(doc_->LayerRaw(index)));
+  recordLayers_.push_back(nullptr);
   return IdOf(index);
 }
 
