@@ -6,7 +6,7 @@ TQSTD  := $(BUILD)/hosts/tqstd
 SITE   := examples/site
 WERROR := $(if $(filter true,$(CI)),ON,OFF)
 
-.PHONY: deps configure build demo test asan tsan bench fuzz clean
+.PHONY: deps configure build demo test asan tsan bench fuzz clean screenshots
 FUZZ_SECONDS ?= 60
 
 deps:
@@ -27,6 +27,8 @@ demo: build
 	$(TQSTD) --ini $(DEMO)/site/Velum.ini takeoff $(DEMO)/site/drawings/設備標準図.dxf --kind aggregate --separator comma -o $(DEMO)/集計.txt
 	@echo "--- the first lines of $(DEMO)/集計.txt (CP932, shown in UTF-8) ---"
 	@iconv -f CP932 -t UTF-8 $(DEMO)/集計.txt | head -12
+	@echo "--- 拾い確認 scripted (examples/scripts/拾い確認_集計と登録.txt): the end of its transcript ---"
+	cd $(DEMO) && $(abspath $(TQSTD)) --ini site/Velum.ini script site/drawings/設備標準図.dxf $(abspath examples/scripts/拾い確認_集計と登録.txt) | tail -9
 
 test: build
 	ctest --preset $(PRESET)
@@ -48,7 +50,17 @@ bench:
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
+	./bench/run_collect.sh build/release
 	./bench/run_script.sh build/release
+	./bench/run_calc.sh build/release
+	./bench/run_workbench.sh build/release
+
+# The workbench with the example drawing and its frames, under a virtual X server.
+SHOTS := build/screenshots
+screenshots: build
+	mkdir -p $(SHOTS)
+	xvfb-run -a -s "-screen 0 1600x1000x24" $(BUILD)/hosts/qt/tqstd-workbench --grab $(SHOTS)/workbench.png $(SITE)/drawings/設備標準図.dxf
+	@echo "saved $(SHOTS)/workbench.png"
 
 clean:
 	rm -rf build

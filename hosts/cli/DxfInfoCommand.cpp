@@ -6,6 +6,7 @@
 #include "base/Format.hpp"
 #include "base/Paths.hpp"
 #include "dxf/DxfDocument.hpp"
+#include "dxf/GroupCodes.hpp"
 
 namespace tq::cli {
 
@@ -31,8 +32,8 @@ XDataTotals CountXData(const dxf::Document& doc) {
     std::vector<dxf::Tag> tags = doc.Tags(i);
     bool any = false;
     for (const dxf::Tag& t : tags) {
-      if (t.code == 1001) any = true, ++totals.entitiesByApplication[doc.codec().Decode(dxf::TrimNumber(t.value))];
-      if (t.code == 1000) ++totals.strings;
+      if (t.code == dxf::kXDataApplicationCode) any = true, ++totals.entitiesByApplication[doc.codec().Decode(dxf::TrimNumber(t.value))];
+      if (t.code == dxf::kXDataStringCode) ++totals.strings;
     }
     if (!any) continue;
     ++totals.entities;
@@ -93,7 +94,8 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
 
   out << "layers:\n";
   for (const dxf::TableEntry& layer : doc->layers())
-    out << "  " << ToUtf8(layer.name) << ((layer.flags & 1) ? " frozen" : "") << ((layer.flags & 4) ? " locked" : "") << "\n";
+    out << "  " << ToUtf8(layer.name) << ((layer.flags & dxf::kLayerFrozen) ? " frozen" : "")
+        << ((layer.flags & dxf::kLayerLocked) ? " locked" : "") << "\n";
 
   XDataTotals xdata = CountXData(*doc);
   out << "registered applications:\n";

@@ -66,7 +66,7 @@ size_t MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sh
   size_t changedFrames = 0;
   {
     auto lock = context.drawing.LockForWrite();
-    int colour = mark ? context.settings.ReadChangeColour() : 1;
+    int colour = mark ? context.settings.ReadChangeColour() : kDefaultChangeColour;
     // The grid is read once for all the frames; its warning is still given frame by frame.
     FrameGridValues grid = context.settings.ReadFrameGrid();
     for (ObjectId id : sheetTexts) {

@@ -35,6 +35,9 @@ struct Rect {
 // Colour index 0 is by-block, 256 by-layer.
 inline constexpr int kColourByBlock = 0;
 inline constexpr int kColourByLayer = 256;
+inline constexpr int kColourRed = 1;
+// The colour that marks the frames of standard drawings when the settings name none.
+inline constexpr int kDefaultChangeColour = kColourRed;
 
 // The filter of "select all": entity type ("TEXT", "LINE", "POINT"), optionally a layer.
 struct SelectionFilter {

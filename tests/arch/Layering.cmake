@@ -12,7 +12,7 @@ function(tq_layering_case name layer file expect_fail)
   if(expect_fail)
     # The compiler must stop at the forbidden header itself, not at anything else.
     file(STRINGS ${file} include_line REGEX "^#include")
-    string(REGEX REPLACE "^#include \"([^\"]+)\".*" "\\1" header "${include_line}")
+    string(REGEX REPLACE "^#include [<\"]([^>\"]+)[>\"].*" "\\1" header "${include_line}")
     set_tests_properties(layering_${name} PROPERTIES LABELS unit
       PASS_REGULAR_EXPRESSION "${header}: No such file or directory|'${header}' file not found")
   else()
@@ -25,4 +25,6 @@ tq_layering_case(drawing_may_not_include_shell drawing ${dir}/drawing_includes_s
 tq_layering_case(dxf_may_not_include_drawing dxf ${dir}/dxf_includes_drawing.cpp TRUE)
 tq_layering_case(base_may_not_include_ports base ${dir}/base_includes_ports.cpp TRUE)
 tq_layering_case(site_may_not_include_info site ${dir}/site_includes_info.cpp TRUE)
+tq_layering_case(shell_may_not_include_a_host shell ${dir}/shell_includes_headless.cpp TRUE)
+tq_layering_case(info_may_not_include_qt info ${dir}/info_includes_qt.cpp TRUE)
 tq_layering_case(drawing_may_include_site drawing ${dir}/drawing_includes_site.cpp FALSE)

@@ -1,0 +1,2 @@
+// The core knows no Qt: this include must not compile.
+#include <QString>

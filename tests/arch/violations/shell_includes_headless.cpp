@@ -1,0 +1,2 @@
+// The core knows no host: this include must not compile.
+#include "headless/HeadlessSession.hpp"
