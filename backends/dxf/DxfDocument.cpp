@@ -253,9 +253,9 @@ std::vector<const TableEntry*> Document::NewEntries(const std::vector<TableEntry
   return entries;
 }
 
-std::optional<uint64_t> Document::WrittenHandSeed() const {
+std::optional<uint64_t> Document::WrittenHandSeed(const Insertions& insertions) const {
   uint64_t seed = fileHandSeed_;
-  bool newHandles = !NewEntries(appIds_).empty() || !NewEntries(layers_).empty();
+  bool newHandles = !insertions.appIds.empty() || !insertions.layers.empty();
   for (uint32_t i : newRecords_) newHandles = newHandles || !records_[i].erased;
   // Past every handle given out, which are above every handle in use: a seed at or below one
   // is put right whenever something new is saved. With nothing new, the file's seed stands.
@@ -294,7 +294,7 @@ void Document::WriteTo(Sink&& sink) const {
   uint32_t runBegin = 0, runEnd = 0;
   std::string text;
   const Insertions insertions{NewEntries(appIds_), NewEntries(layers_)};
-  std::optional<uint64_t> seed = WrittenHandSeed();
+  std::optional<uint64_t> seed = WrittenHandSeed(insertions);
   auto flushRun = [&] {
     if (runEnd > runBegin) sink(std::string_view(bytes_).substr(runBegin, runEnd - runBegin));
     runBegin = runEnd = 0;

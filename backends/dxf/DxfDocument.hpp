@@ -73,6 +73,7 @@ struct EntityRecord {
   uint32_t owner = 0;  // for VERTEX, ATTRIB and SEQEND: index + 1 of the POLYLINE or INSERT
   bool paperSpace = false;
   bool erased = false;
+  bool colourPair = false;  // whether the file gives it a colour (group 62)
   uint32_t xdataBegin = 0;  // where the file's first group 1001 of it starts; 0 when it has none
   TagList* edit = nullptr;  // its tags once read for editing, written in place of its bytes
   uint32_t firstPair = 0, pairCount = 0;  // its pairs in the document's table; none when not noted
@@ -187,7 +188,7 @@ class Document {
   bool AppIdInUse(const TableEntry& entry) const;
   std::vector<const TableEntry*> NewEntries(const std::vector<TableEntry>& table) const;
   // The $HANDSEED a save writes; nothing when the file's stands.
-  std::optional<uint64_t> WrittenHandSeed() const;
+  std::optional<uint64_t> WrittenHandSeed(const Insertions& insertions) const;
   // The whole file in pieces, in order: runs of the file's bytes and written text.
   template <class Sink>
   void WriteTo(Sink&& sink) const;

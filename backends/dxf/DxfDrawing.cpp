@@ -47,7 +47,7 @@ Result<std::unique_ptr<DxfDrawing>> DxfDrawing::Open(const std::filesystem::path
 }
 
 DxfDrawing::DxfDrawing(std::unique_ptr<Document> doc, std::filesystem::path path)
-    : doc_(std::move(doc)), path_(std::move(path)) {}
+    : doc_(std::move(doc)), path_(std::move(path)), recordLayers_(doc_->records().size()) {}
 
 void DxfDrawing::Save(const std::filesystem::path& path) const { doc_->Save(path.empty() ? path_ : path); }
 
@@ -57,23 +57,15 @@ const EntityRecord* DxfDrawing::Record(ObjectId id) const {
   return rec.erased ? nullptr : &rec;
 }
 
-void DxfDrawing::EnsureLayers() const {
-  layersCache_.Ensure([&] {
-    const size_t n = doc_->records().size();
-    recordLayers_.assign(n, nullptr);
-    std::string_view last;
-    const LayerState* state = nullptr;
-    for (uint32_t i = 0; i < n; ++i) {
-      std::string_view raw = doc_->LayerRaw(i);
-      if (!state || raw != last) state = &LayerStateOf(raw), last = raw;
-      recordLayers_[i] = state;
-    }
-  });
-}
-
+// Looked up on a record's first read and kept: a slot read and written atomically, the table
+// of layer states filled under the lock, so that reads from several threads meet safely.
 const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
-  EnsureLayers();
-  return *recordLayers_[index];
+  std::atomic_ref<const LayerState*> slot(recordLayers_[index]);
+  if (const LayerState* known = slot.load(std::memory_order_acquire)) return *known;
+  std::lock_guard lock(layersMutex_);
+  const LayerState* state = &LayerStateOf(doc_->LayerRaw(index));
+  slot.store(state, std::memory_order_release);
+  return *state;
 }
 
 const DxfDrawing::LayerState& DxfDrawing::LayerStateOf(std::string_view raw) const {
@@ -91,9 +83,8 @@ const DxfDrawing::LayerState& DxfDrawing::LayerStateOf(std::string_view raw) con
 }
 
 void DxfDrawing::ForgetLayers() {
-  layersCache_.Forget();
   layerStates_.clear();
-  recordLayers_.clear();
+  recordLayers_.assign(doc_->records().size(), nullptr);
 }
 
 bool DxfDrawing::Selectable(uint32_t index, const SelectionFilter& filter) const {
@@ -164,7 +155,6 @@ void DxfDrawing::BuildIndex() const {
 
 std::vector<ObjectId> DxfDrawing::SelectWindow(const SelectionFilter& filter, const Rect& window) const {
   indexCache_.Ensure([&] { BuildIndex(); });
-  EnsureLayers();
   std::vector<ObjectId> ids;
   for (uint32_t item : index_->Query(window.minX, window.minY, window.maxX, window.maxY)) {
     uint32_t index = indexedRecords_[item];
@@ -246,19 +236,42 @@ void DxfDrawing::SetColour(uint32_t index, int colour) {
   TagList& tags = doc_->Edit(index);
   auto found = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 62; });
   if (found != tags.end()) {
-    long long original = 0;
-    bool originalByLayer = !found->isNew() && ParseInt(found->originalValue(), original) && original == kColourByLayer;
-    // A drawing whose writer spells by-layer out as "256" gets it spelt out again, unless the
-    // pair was added here.
-    bool spelt = originalByLayer || (!found->isNew() && doc_->spellsOutByLayer());
-    if (colour == kColourByLayer && !spelt) tags.erase(found);
+    if (colour == kColourByLayer && !SpellsOutByLayer(*found)) tags.erase(found);
     else SetTagInt(*found, colour, doc_->strings());
-  } else if (colour != kColourByLayer) {
-    auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
-    tags.insert(layer == tags.end() ? tags.end() : layer + 1, EditTag(62, doc_->strings().Keep(FormatInt(62, colour))));
+  } else if (colour != kColourByLayer || rec.colourPair) {
+    InsertColour(index, tags, colour);
   }
   rec.colour = colour;
   doc_->Commit(index);
+}
+
+// Whether by-layer is written as "62 256" in place of this pair: where the file has it so, where
+// its writer spells by-layer out elsewhere, or where the pair was not written as a marking
+// writes a pair it adds (that is, the file's own pair had another colour written in its place).
+bool DxfDrawing::SpellsOutByLayer(const EditTag& pair) const {
+  if (pair.isNew()) return false;
+  long long original = 0;
+  if (ParseInt(pair.originalValue(), original) && original == kColourByLayer) return true;
+  return doc_->spellsOutByLayer() || pair.originalValue() != FormatInt(62, original);
+}
+
+// The file's own pair when it held this colour goes back where it stood, as it was written;
+// else a new pair follows the layer.
+void DxfDrawing::InsertColour(uint32_t index, TagList& tags, int colour) {
+  const EntityRecord& rec = doc_->records()[index];
+  std::vector<Tag>& file = ThreadScratch();
+  if (rec.colourPair) ViewTagsInto(doc_->source().substr(rec.begin, rec.end - rec.begin), file);
+  else file.clear();
+  for (size_t k = 0; k < file.size(); ++k) {
+    long long value = 0;
+    if (file[k].code != 62 || !ParseInt(file[k].value, value) || value != colour) continue;
+    std::string_view pair = doc_->source().substr(rec.begin + file[k].offset, file[k].end - file[k].offset);
+    tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(std::min(k, tags.size())), EditTag(62, pair, file[k].value));
+    return;
+  }
+  if (colour == kColourByLayer) return;
+  auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
+  tags.insert(layer == tags.end() ? tags.end() : layer + 1, EditTag(62, doc_->strings().Keep(FormatInt(62, colour))));
 }
 
 EditResult DxfDrawing::SetColourIndex(ObjectId id, int colour) {
@@ -335,7 +348,7 @@ ObjectId DxfDrawing::AddEntity(TagList tags) {
   if (rec.handle == 0)
     if (const EditTag* h = FindTag(*rec.edit, 5)) rec.handle = std::strtoull(std::string(h->value()).c_str(), nullptr, 16);
   if (handlesCache_.ready() && rec.handle) handles_.emplace(rec.handle, index);
-  if (layersCache_.ready()) recordLayers_.push_back(&LayerStateOf(doc_->LayerRaw(index)));
+  recordLayers_.push_back(nullptr);
   return IdOf(index);
 }
 

@@ -61,6 +61,8 @@ class DxfDrawing : public Drawing {
   const LayerState& LayerStateOf(std::string_view raw) const;
   bool Selectable(uint32_t index, const SelectionFilter& filter) const;
   void SetColour(uint32_t index, int colour);
+  bool SpellsOutByLayer(const EditTag& pair) const;
+  void InsertColour(uint32_t index, TagList& tags, int colour);
   ObjectId AddEntity(dxf::TagList tags);
   dxf::TagList EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass);
   void EnsureLayer(TextView layer);
@@ -71,15 +73,14 @@ class DxfDrawing : public Drawing {
     using is_transparent = void;
     size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
   };
-  // What reads look up is filled on the first read for every record at once, so that a const
-  // drawing can be read from several threads; edits, never concurrent with reads, keep it
-  // current or forget it.
-  mutable OnceCache layersCache_;
+  // What reads look up is filled on the first read, under a guard, so that a const drawing can
+  // be read from several threads; edits, never concurrent with reads, keep it current or
+  // forget it.
+  mutable std::mutex layersMutex_;
   mutable std::unordered_map<std::string, LayerState, RawHash, std::equal_to<>> layerStates_;
-  // Each record's entry of layerStates_: no edit here moves an entity to another layer. Both
-  // are forgotten when a layer is added or changes.
+  // Each record's entry of layerStates_, once looked up: no edit here moves an entity to
+  // another layer. Both are forgotten when a layer is added or changes.
   mutable std::vector<const LayerState*> recordLayers_;
-  void EnsureLayers() const;
   void ForgetLayers();
   mutable OnceCache handlesCache_;
   mutable std::unordered_map<uint64_t, uint32_t> handles_;

@@ -399,6 +399,7 @@ void Loader::Entities(int32_t block) {
         case 62:
           rec.colour = static_cast<int>(std::strtol(std::string(TrimNumber(t.value)).c_str(), nullptr, 10));
           doc_.spellsOutByLayer_ = doc_.spellsOutByLayer_ || rec.colour == 256;
+          rec.colourPair = true;
           break;
         case 67: rec.paperSpace = TrimNumber(t.value) == "1"; break;
         case 1001: if (!rec.xdataBegin) rec.xdataBegin = t.offset; break;
