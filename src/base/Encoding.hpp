@@ -1,5 +1,8 @@
 #pragma once
-// Conversions between UTF-16 text and the bytes of files, through ICU.
+// Conversions between UTF-16 text and the bytes of files. One interface, two engines: ICU on
+// POSIX (EncodingIcu.cpp), the Windows national-language API on Windows (EncodingWin32.cpp).
+// Code pages are named as ICU names them ("CP932", "windows-1252", "ibm-943_P15A-2003");
+// on Windows one table turns those names into code page numbers.
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,7 +23,7 @@ struct DecodedText {
 // configured (--codepage, TQ_CODEPAGE); set once by the host before any file is read.
 void SetSystemCodePage(std::string name);
 const std::string& SystemCodePage();
-// Throws std::invalid_argument when ICU knows no converter of that name.
+// Throws std::invalid_argument when the platform knows no code page of that name.
 void CheckCodePageName(const std::string& name);
 
 // UTF-8 or UTF-16 with a byte-order mark; else UTF-8 when valid; else the system code page.
@@ -36,7 +39,7 @@ std::string EncodeCodePage(TextView text, const std::string& codePage);
 // One code page, its converters opened once for many conversions.
 class CodePage {
  public:
-  // Throws std::invalid_argument when ICU knows no converter of that name.
+  // Throws std::invalid_argument when the platform knows no code page of that name.
   explicit CodePage(const std::string& name);
   ~CodePage();
   CodePage(CodePage&&) noexcept;
