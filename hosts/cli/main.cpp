@@ -1,10 +1,10 @@
 // tqstd: the workflows of TQTStdInfo over DXF drawings, from the command line.
 #include <CLI/CLI.hpp>
 
-#include <cstdlib>
 #include <iostream>
 
 #include "base/Encoding.hpp"
+#include "base/os/Os.hpp"
 #include "cli/Cli.hpp"
 #include "cli/Commands.hpp"
 
@@ -21,8 +21,7 @@ struct GlobalOptions {
 
 Context MakeContext(const GlobalOptions& options) {
   std::string codepage = options.codepage.value_or("");
-  if (codepage.empty())
-    if (const char* env = std::getenv("TQ_CODEPAGE"); env && *env) codepage = env;
+  if (codepage.empty()) codepage = ToUtf8(os::Environment(u"TQ_CODEPAGE").value_or(u""));
   if (!codepage.empty()) {
     try {
       SetSystemCodePage(codepage);
@@ -55,8 +54,11 @@ int Main(int argc, char** argv) {
   app.add_option("--codepage", options.codepage, "system code page of text files (default CP932, or TQ_CODEPAGE)");
   std::vector<Command> commands = RegisterCommands(app);
   for (CLI::App* sub : app.get_subcommands({})) sub->fallthrough();
+  std::vector<std::string> arguments = os::Utf8Arguments(argc, argv);
+  std::vector<const char*> utf8Argv;
+  for (const std::string& argument : arguments) utf8Argv.push_back(argument.c_str());
   try {
-    app.parse(argc, argv);
+    app.parse(static_cast<int>(utf8Argv.size()), utf8Argv.data());
   } catch (const CLI::ParseError& e) {
     return app.exit(e) == 0 ? 0 : 2;
   }
@@ -76,4 +78,7 @@ int Main(int argc, char** argv) {
 
 }  // namespace tq::cli
 
-int main(int argc, char** argv) { return tq::cli::Main(argc, argv); }
+int main(int argc, char** argv) {
+  tq::os::UseBinaryStandardStreams();
+  return tq::cli::Main(argc, argv);
+}

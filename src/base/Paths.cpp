@@ -1,7 +1,8 @@
 #include "base/Paths.hpp"
 
-#include <fstream>
 #include <stdexcept>
+
+#include "base/os/Os.hpp"
 
 namespace tq {
 
@@ -32,23 +33,16 @@ Text FromFsPath(const std::filesystem::path& path) {
 }
 
 std::optional<std::string> ReadFileBytes(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary | std::ios::ate);
-  if (!in) return std::nullopt;
-  std::streamoff size = in.tellg();
-  if (size < 0) return std::nullopt;
-  // One allocation of the file's size and one read: a drawing of 60 MB is held once.
-  std::string bytes(static_cast<size_t>(size), '\0');
-  in.seekg(0);
-  if (!in.read(bytes.data(), size)) return std::nullopt;
-  return bytes;
+  Result<std::string> bytes = os::ReadWholeFile(path);
+  if (!bytes) return std::nullopt;
+  return std::move(*bytes);
 }
 
 void WriteFileBytes(const std::filesystem::path& path, std::string_view bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (!out) throw std::runtime_error("cannot write " + path.string());
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (!out) throw std::runtime_error("cannot write " + path.string());
+  Result<os::OutputFile> file = os::CreateOutputFile(path);
+  Status written = file ? file->Write(bytes) : Status(file.error());
+  if (written) written = file->Close();
+  if (!written) throw std::runtime_error(written.error().Describe());
 }
 
 }  // namespace tq

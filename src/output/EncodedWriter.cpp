@@ -6,6 +6,7 @@
 
 #include "base/Encoding.hpp"
 #include "base/Paths.hpp"
+#include "base/os/Os.hpp"
 
 namespace tq {
 
@@ -76,17 +77,23 @@ std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
   return std::string();
 }
 
+// The bytes of the text up to its first NUL; `units` counts the units written.
+std::string EncodedText(TextView text, TextMode mode, const WriteOptions& options, int& units) {
+  std::string buffer;
+  for (char16_t u : text) {
+    if (u == 0) break;
+    buffer += UnitBytes(u, mode, options);
+    ++units;
+  }
+  return buffer;
+}
+
 }  // namespace
 
 int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
   if (mode < 1 || mode > 4) return options.result == WriteResultKind::MinusOne ? -1 : 0;
   int units = 0;
-  std::string buffer;
-  for (char16_t u : text) {
-    if (u == 0) break;
-    buffer += UnitBytes(u, static_cast<TextMode>(mode), options);
-    ++units;
-  }
+  std::string buffer = EncodedText(text, static_cast<TextMode>(mode), options, units);
   if (std::fwrite(buffer.data(), 1, buffer.size(), stream) != buffer.size()) return -1;
   switch (options.result) {
     case WriteResultKind::Zero: return 0;
@@ -98,11 +105,11 @@ int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOpti
 
 bool WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines) {
   if (path.empty()) return false;
-  std::FILE* f = std::fopen(path.c_str(), "wb");
-  if (!f) return false;
-  bool ok = true;
-  for (const Text& line : lines) ok = WriteEncodedText(f, line + u"\r\n", 1) != -1 && ok;
-  return std::fclose(f) == 0 && ok;
+  std::string bytes;
+  int units = 0;
+  for (const Text& line : lines) bytes += EncodedText(line + u"\r\n", TextMode::SystemCodePage, {}, units);
+  Result<os::OutputFile> file = os::CreateOutputFile(path);
+  return file && file->Write(bytes) && file->Close();
 }
 
 }  // namespace tq

@@ -88,6 +88,9 @@ Result<OutputFile> CreateTempFileBeside(const Path& target);
 // removed and the target is as it was.
 Status ReplaceKeepingBackup(OutputFile temp, const Path& target);
 
+// Closes the file and removes it: a temporary file that is not wanted after all.
+Status Discard(OutputFile file);
+
 // The bytes written to a temporary file and put in the target's place as above.
 Status WriteFileAtomically(const Path& target, std::string_view bytes);
 
@@ -143,6 +146,13 @@ Result<LockHandle> AcquireDrawingLock(const Path& drawing);
 // Creates the file only when it does not exist yet, the primitive under the lock: an
 // existing file gives ErrorCode::Locked.
 Result<OutputFile> CreateNewFile(const Path& path);
+
+// ---- Memory ----
+
+// A block of whole pages straight from the system, large pages asked for where the system
+// offers them as a hint; nullptr when there is no memory. Freed with the same size.
+void* AllocatePages(size_t bytes);
+void FreePages(void* block, size_t bytes);
 
 // ---- Process ----
 

@@ -42,12 +42,16 @@ Status WriteFileAtomically(const Path& target, std::string_view bytes) {
   Result<OutputFile> temp = CreateTempFileBeside(target);
   if (!temp) return temp.error();
   if (Status s = temp->Write(bytes); !s) {
-    Path name = temp->path();
-    temp = Error{};  // closes it before it goes
-    (void)RemoveFile(name);
+    (void)Discard(std::move(*temp));
     return s;
   }
   return ReplaceKeepingBackup(std::move(*temp), target);
+}
+
+Status Discard(OutputFile file) {
+  Path name = file.path();
+  (void)file.Close();
+  return RemoveFile(name);
 }
 
 namespace {

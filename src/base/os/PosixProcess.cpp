@@ -1,6 +1,7 @@
 // The seam on POSIX: the process, its environment and the lock's owner.
 #include <pwd.h>
 #include <signal.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -32,6 +33,17 @@ bool ProcessIsAlive(uint64_t process) {
   // Signal 0 only asks; EPERM means the process is there but belongs to someone else.
   return ::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM;
 }
+
+void* AllocatePages(size_t bytes) {
+  void* p = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (p == MAP_FAILED) return nullptr;
+#ifdef MADV_HUGEPAGE
+  ::madvise(p, bytes, MADV_HUGEPAGE);  // a hint: without large pages the block works as well
+#endif
+  return p;
+}
+
+void FreePages(void* block, size_t bytes) { ::munmap(block, bytes); }
 
 namespace detail {
 

@@ -61,6 +61,10 @@ uint64_t ProcessId() { return ::GetCurrentProcessId(); }
 
 }  // namespace detail
 
+void* AllocatePages(size_t bytes) { return ::VirtualAlloc(nullptr, bytes, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE); }
+
+void FreePages(void* block, size_t) { ::VirtualFree(block, 0, MEM_RELEASE); }
+
 bool ProcessIsAlive(uint64_t process) {
   if (process == 0 || process > 0xFFFFFFFFu) return false;
   HANDLE h = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(process));
