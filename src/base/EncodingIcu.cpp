@@ -1,7 +1,8 @@
-// The code pages, UTF-8 validity and the half-width mapping through ICU (POSIX).
+// UTF-8, the code pages, case folding and the half-width mapping through ICU (POSIX).
 #include <unicode/translit.h>
 #include <unicode/ucnv.h>
 #include <unicode/unistr.h>
+#include <unicode/ustring.h>
 #include <unicode/utf8.h>
 
 #include <algorithm>
@@ -10,6 +11,7 @@
 #include <stdexcept>
 
 #include "base/Encoding.hpp"
+#include "base/TextEngine.hpp"
 
 namespace tq {
 
@@ -28,6 +30,24 @@ Converter OpenConverter(const std::string& name) {
 }
 
 }  // namespace
+
+bool engine::EqualFolded(TextView a, TextView b) {
+  UErrorCode status = U_ZERO_ERROR;
+  int32_t r = u_strCaseCompare(a.data(), static_cast<int32_t>(a.size()), b.data(), static_cast<int32_t>(b.size()),
+                               U_FOLD_CASE_DEFAULT, &status);
+  return U_SUCCESS(status) && r == 0;
+}
+
+std::string ToUtf8(TextView text) {
+  std::string out;
+  icu::UnicodeString(false, text.data(), static_cast<int32_t>(text.size())).toUTF8String(out);
+  return out;
+}
+
+Text FromUtf8(std::string_view bytes) {
+  icu::UnicodeString u = icu::UnicodeString::fromUTF8(icu::StringPiece(bytes.data(), static_cast<int32_t>(bytes.size())));
+  return Text(u.getBuffer(), static_cast<size_t>(u.length()));
+}
 
 void CheckCodePageName(const std::string& name) { OpenConverter(name); }
 

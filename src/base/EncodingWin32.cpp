@@ -1,4 +1,4 @@
-// The code pages, UTF-8 validity and the half-width mapping through the Windows
+// UTF-8, the code pages, case folding and the half-width mapping through the Windows
 // national-language API.
 #ifndef NOMINMAX
 #define NOMINMAX
@@ -13,6 +13,7 @@
 
 #include "base/CodePageNumbers.hpp"
 #include "base/Encoding.hpp"
+#include "base/TextEngine.hpp"
 
 namespace tq {
 
@@ -79,6 +80,32 @@ std::optional<std::string> EncodeWith(UINT page, DWORD flags, TextView text, boo
 }
 
 }  // namespace
+
+// Ordinal comparison after upper-casing, as the file system compares names. ICU folds "ß" to
+// "ss" where Windows keeps them apart; names in drawings and settings never rely on either.
+bool engine::EqualFolded(TextView a, TextView b) {
+  return ::CompareStringOrdinal(Wide(a.data()), static_cast<int>(a.size()), Wide(b.data()), static_cast<int>(b.size()), TRUE) ==
+         CSTR_EQUAL;
+}
+
+// Invalid UTF-16 (a lone surrogate) and invalid UTF-8 become U+FFFD both ways, as with ICU.
+std::string ToUtf8(TextView text) {
+  if (text.empty()) return std::string();
+  int size = static_cast<int>(text.size());
+  int n = ::WideCharToMultiByte(kUtf8, 0, Wide(text.data()), size, nullptr, 0, nullptr, nullptr);
+  std::string out(static_cast<size_t>(n), '\0');
+  ::WideCharToMultiByte(kUtf8, 0, Wide(text.data()), size, out.data(), n, nullptr, nullptr);
+  return out;
+}
+
+Text FromUtf8(std::string_view bytes) {
+  if (bytes.empty()) return Text();
+  int size = static_cast<int>(bytes.size());
+  int n = ::MultiByteToWideChar(kUtf8, 0, bytes.data(), size, nullptr, 0);
+  Text out(static_cast<size_t>(n), u'\0');
+  ::MultiByteToWideChar(kUtf8, 0, bytes.data(), size, Wide(out.data()), n);
+  return out;
+}
 
 void CheckCodePageName(const std::string& name) { NumberOf(name); }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <numbers>
+
 #include "drawing/EntityScan.hpp"
 #include "drawing/FrameQueries.hpp"
 #include "support/DrawingFixture.hpp"
@@ -38,7 +40,7 @@ TEST(FrameQueries, HorizontalLineWhoseStartLiesExactly3FromPIsNotFound) {
 }
 
 TEST(FrameQueries, LineDrawnRightToLeftCountsAsHorizontalOneAtATenThousandthOfADegreeDoesNot) {
-  double rise = 1000 * std::tan(0.0001 * M_PI / 180);
+  double rise = 1000 * std::tan(0.0001 * std::numbers::pi / 180);
   Scene f(LineTags("A1", 1000, 1000, 1000 + 1000, 1000 + rise) + LineTags("A2", 2000, 1000, 1000, 1000));
   ObjectId found;
   ASSERT_TRUE(FindLineAtPoint(*f.drawing, kFrame, {1000, 1000, 0}, found));
@@ -47,7 +49,7 @@ TEST(FrameQueries, LineDrawnRightToLeftCountsAsHorizontalOneAtATenThousandthOfAD
 
 TEST(FrameQueries, RowLineAt179DegreesIsNotARowOneAt181Is) {
   auto at = [](double deg) {
-    double a = deg * M_PI / 180;
+    double a = deg * std::numbers::pi / 180;
     return std::pair{2000 + 1000 * std::cos(a), 1000 + 1000 * std::sin(a)};
   };
   auto [x179, y179] = at(179);
@@ -90,7 +92,7 @@ TEST(FrameQueries, TwoColumnLinesWhoseStartXDifferByLessThanATenthGetTheSameKeyA
 }
 
 TEST(FrameQueries, ColumnLinesWithinTwoDegreesOfVertical) {
-  double dx = 700 * std::tan(1.9 * M_PI / 180), far = 700 * std::tan(2.1 * M_PI / 180);
+  double dx = 700 * std::tan(1.9 * std::numbers::pi / 180), far = 700 * std::tan(2.1 * std::numbers::pi / 180);
   Scene f(LineTags("C1", 1000, 1000, 5000, 1000) + LineTags("D1", 2000, 1200, 2000 + dx, 500) +
             LineTags("D2", 3000, 1200, 3000 + far, 500));
   std::vector<ObjectId> columns;
