@@ -8,4 +8,6 @@ root="$(cd "$(dirname "$0")/../.." && pwd)"
 : "${WINEPREFIX:=$root/build/wine-prefix}"
 export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" DISPLAY=
 unset WAYLAND_DISPLAY
+# Wine reads file names and arguments in the locale's character set: UTF-8 unless one is set.
+[ -n "${LC_ALL:-}${LANG:-}" ] || export LC_ALL=C.UTF-8
 exec "$wine" "$@"

@@ -6,12 +6,13 @@
 
 namespace tq::test {
 
+// In a folder whose name holds Japanese characters and a space, as the users' folders do.
 struct SiteCopy {
-  TempDir dir;
+  TempDir dir{"設備 現場-"};
   std::filesystem::path site = dir / "site";
-  SiteCopy() { std::filesystem::copy(TQ_EXAMPLE_SITE, site, std::filesystem::copy_options::recursive); }
-  std::string Ini() const { return " --ini '" + (site / "Velum.ini").string() + "'"; }
-  std::string Drawing() const { return "'" + (site / "drawings" / "設備標準図.dxf").string() + "'"; }
+  SiteCopy() { std::filesystem::copy(U8Path(TQ_EXAMPLE_SITE), site, std::filesystem::copy_options::recursive); }
+  std::string Ini() const { return " --ini " + Quoted(site / "Velum.ini"); }
+  std::string Drawing() const { return Quoted(site / "drawings" / "設備標準図.dxf"); }
 };
 
 }  // namespace tq::test

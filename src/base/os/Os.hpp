@@ -159,6 +159,9 @@ void FreePages(void* block, size_t bytes);
 std::optional<Text> Environment(TextView name);
 Status SetEnvironment(TextView name, TextView value);
 
+// The folder of the running program.
+Result<Path> ExecutableFolder();
+
 // The command-line arguments in UTF-8 (on Windows from the wide command line, so that a
 // Japanese file name survives whatever the ANSI code page is).
 std::vector<std::string> Utf8Arguments(int argc, char** argv);

@@ -24,6 +24,13 @@ Status SetEnvironment(TextView name, TextView value) {
   return {};
 }
 
+Result<Path> ExecutableFolder() {
+  std::error_code ec;
+  Path self = std::filesystem::read_symlink("/proc/self/exe", ec);
+  if (ec) return detail::FailureOf(ErrorCode::NotFound, "cannot find the program through", "/proc/self/exe", ec.message());
+  return self.parent_path();
+}
+
 std::vector<std::string> Utf8Arguments(int argc, char** argv) { return std::vector<std::string>(argv, argv + argc); }
 
 void UseBinaryStandardStreams() {}

@@ -93,6 +93,16 @@ Status SetEnvironment(TextView name, TextView value) {
   return {};
 }
 
+Result<Path> ExecutableFolder() {
+  std::wstring name(MAX_PATH, L'\0');
+  for (;;) {
+    DWORD n = ::GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    if (n == 0) return detail::Failure(ErrorCode::NotFound, "cannot find the program", Path());
+    if (n < name.size()) return Path(name.substr(0, n)).parent_path();
+    name.resize(name.size() * 2);
+  }
+}
+
 std::vector<std::string> Utf8Arguments(int argc, char** argv) {
   int count = 0;
   wchar_t** wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
