@@ -159,6 +159,9 @@ void FreePages(void* block, size_t bytes);
 std::optional<Text> Environment(TextView name);
 Status SetEnvironment(TextView name, TextView value);
 
+// The most memory the process has held at once (its peak resident set), in kB.
+uint64_t PeakMemoryKb();
+
 // The folder of the running program.
 Result<Path> ExecutableFolder();
 

@@ -1,6 +1,7 @@
 // The seam on POSIX: the process, its environment and the lock's owner.
 #include <pwd.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -22,6 +23,12 @@ Status SetEnvironment(TextView name, TextView value) {
   if (::setenv(ToUtf8(name).c_str(), ToUtf8(value).c_str(), 1) != 0)
     return MakeError(ErrorCode::InvalidValue, "cannot set the environment variable " + ToUtf8(name) + ": " + std::strerror(errno));
   return {};
+}
+
+uint64_t PeakMemoryKb() {
+  rusage usage{};
+  ::getrusage(RUSAGE_SELF, &usage);
+  return static_cast<uint64_t>(usage.ru_maxrss);
 }
 
 Result<Path> ExecutableFolder() {

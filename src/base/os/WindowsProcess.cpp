@@ -6,6 +6,7 @@
 #define WIN32_LEAN_AND_MEAN
 #endif
 #include <windows.h>
+#include <psapi.h>
 #include <shellapi.h>
 
 #include <fcntl.h>
@@ -91,6 +92,12 @@ Status SetEnvironment(TextView name, TextView value) {
     return MakeError(ErrorCode::InvalidValue, "cannot set the environment variable " + ToUtf8(name) + ": " +
                                                   detail::SystemMessage(::GetLastError()));
   return {};
+}
+
+uint64_t PeakMemoryKb() {
+  PROCESS_MEMORY_COUNTERS counters{};
+  if (!::K32GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters)) return 0;
+  return counters.PeakWorkingSetSize / 1024;
 }
 
 Result<Path> ExecutableFolder() {
