@@ -49,6 +49,8 @@ int Main(int argc, char** argv) {
   app.require_subcommand(1);
   app.footer("Global options may stand before or after the command name. Exit status: 0 on success, 1 with a\n"
              "one-line message when a file cannot be read or a value is wrong, 2 on a usage error.");
+  // A drawing may be named "/plans/a.dxf" on Windows too: "/" never starts an option.
+  app.allow_windows_style_options(false);
   GlobalOptions options;
   app.add_option("--ini", options.ini, "host settings file (the host add-in's ini)");
   app.add_option("--codepage", options.codepage, "system code page of text files (default CP932, or TQ_CODEPAGE)");

@@ -118,6 +118,9 @@ std::optional<std::string> CodePage::EncodeExact(TextView text) const {
   return FromUnicode(converters_->exact.get(), text);
 }
 
+// The conjoining Hangul letters (U+1100 to U+11FF) keep their form, as LCMapStringEx keeps them.
+constexpr const char* kHalfWidth = "[^\\u1100-\\u11FF];Fullwidth-Halfwidth";
+
 Text ToHalfWidth(TextView text) {
   // Nothing below the Hangul letters (U+1100) has a half-width form, and most sheet names are
   // plain ASCII: they need no transliterator, whose first use costs tens of milliseconds.
@@ -126,7 +129,7 @@ Text ToHalfWidth(TextView text) {
   thread_local std::unique_ptr<icu::Transliterator> halfWidth = [] {
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::Transliterator> t(
-        icu::Transliterator::createInstance("Fullwidth-Halfwidth", UTRANS_FORWARD, status));
+        icu::Transliterator::createInstance(kHalfWidth, UTRANS_FORWARD, status));
     return U_SUCCESS(status) ? std::move(t) : nullptr;
   }();
   icu::UnicodeString u(text.data(), static_cast<int32_t>(text.size()));

@@ -63,7 +63,15 @@ TEST(HalfWidth, CharactersBelowTheHangulLettersStayAsTheyAre) {
   ASSERT_EQ(mapped.size(), below.size() + 1);
   for (size_t i = 0; i < below.size(); ++i) ASSERT_EQ(mapped[i], below[i]) << std::hex << static_cast<int>(below[i]);
   EXPECT_EQ(ToHalfWidth(u"M-1"), u"M-1");
-  EXPECT_EQ(ToHalfWidth(u"ᄀ←│■○"), u"ﾡ￩￨￭￮");
+  EXPECT_EQ(ToHalfWidth(u"←│■○"), u"￩￨￭￮");
+}
+
+// ICU and Windows disagree on the conjoining Hangul letters (U+1100 on): ICU's transliterator
+// gives them half-width forms, LCMapStringEx leaves them. They stay, as Windows leaves them;
+// the compatibility letters (U+3131 on) become half-width on both.
+TEST(HalfWidth, ConjoiningHangulLettersStayAsWindowsLeavesThem) {
+  EXPECT_EQ(ToHalfWidth(u"\u1100\u1161Ａ"), u"\u1100\u1161A");
+  EXPECT_EQ(ToHalfWidth(u"\u3131\u314F"), u"\uFFA1\uFFC2");
 }
 
 TEST(HalfWidth, KanjiAndHiraganaStayAsTheyAre) { EXPECT_EQ(ToHalfWidth(u"標準図の１"), u"標準図の1"); }

@@ -4,6 +4,7 @@
 
 #include "drawing/EntityScan.hpp"
 #include "drawing/FrameQueries.hpp"
+#include "support/TempDir.hpp"
 #include "support/DrawingFixture.hpp"
 
 using namespace tq;
@@ -145,7 +146,7 @@ TEST(FrameQueries, TextExtentsInTheCurrentStyleTimesAHundred) {
 TEST(FrameQueries, TheSizeTableOfTheExampleDrawingIsFoundStepByStep) {
   Site site;
   RecordingEditor editor;
-  auto drawing = dxf::DxfDrawing::Open(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf");
+  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf"));
   DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}};
   FramePolygon frame = MakeFramePolygon(FrameGrid{}, 1, 1);
   Point3 base;

@@ -63,7 +63,7 @@ TEST(TqstdTakeoff, RegisterStoresTheRowsAndSavesTheDrawing) {
   SiteCopy copy;
   auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --register -o " + Quoted(copy.dir / "l.txt"));
   ASSERT_EQ(r.status, 0) << r.out;
-  EXPECT_TRUE(std::filesystem::exists(copy.site / "drawings" / "設備標準図.dxf.bak"));
+  EXPECT_TRUE(std::filesystem::exists(copy.site / "drawings" / u8"設備標準図.dxf.bak"));
   auto info = RunTqstd("info " + copy.Drawing() + copy.Ini() + " --sheet M-104 --json");
   EXPECT_NE(info.out.find("32010201000000&300x200"), std::string::npos) << info.out;  // field 19 stored
   // The stored codes give the same takeoff again.
@@ -84,7 +84,7 @@ TEST(TqstdTakeoff, NothingWrittenWithoutInformation) {
 
 TEST(TqstdTakeoff, AnAggregateOfAFormatOfFewerThan16ColumnsIsReportedAndWritesNoFile) {
   SiteCopy copy;
-  WriteFileBytes(copy.site / "system/Addin/標準図/標準図用出力フォーマット.csv",
+  WriteFileBytes(copy.site / u8"system/Addin/標準図/標準図用出力フォーマット.csv",
                  EncodeCodePage(u"見出し,記号,数量,,\r\nコード,S001,S304,,\r\n", "CP932"));
   auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind aggregate -o " + Quoted(copy.dir / "a.txt"));
   EXPECT_EQ(r.status, 1) << r.out;

@@ -12,7 +12,7 @@ struct SiteCopy {
   std::filesystem::path site = dir / "site";
   SiteCopy() { std::filesystem::copy(U8Path(TQ_EXAMPLE_SITE), site, std::filesystem::copy_options::recursive); }
   std::string Ini() const { return " --ini " + Quoted(site / "Velum.ini"); }
-  std::string Drawing() const { return Quoted(site / "drawings" / "設備標準図.dxf"); }
+  std::string Drawing() const { return Quoted(site / "drawings" / u8"設備標準図.dxf"); }
 };
 
 }  // namespace tq::test
