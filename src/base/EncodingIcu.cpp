@@ -118,8 +118,8 @@ std::optional<std::string> CodePage::EncodeExact(TextView text) const {
   return FromUnicode(converters_->exact.get(), text);
 }
 
-// The conjoining Hangul letters (U+1100 to U+11FF) keep their form, as LCMapStringEx keeps them.
-constexpr const char* kHalfWidth = "[^\\u1100-\\u11FF];Fullwidth-Halfwidth";
+// The Hangul letters keep their form (see HangulLetter in EncodingWin32.cpp).
+constexpr const char* kHalfWidth = "[^\\u1100-\\u11FF\\u3130-\\u318F];Fullwidth-Halfwidth";
 
 Text ToHalfWidth(TextView text) {
   // Nothing below the Hangul letters (U+1100) has a half-width form, and most sheet names are

@@ -140,14 +140,34 @@ std::optional<std::string> CodePage::EncodeExact(TextView text) const {
   return EncodeWith(converters_->number, WC_NO_BEST_FIT_CHARS, text, true);
 }
 
-Text ToHalfWidth(TextView text) {
-  // Nothing below the Hangul letters (U+1100) has a half-width form; most sheet names are ASCII.
-  if (std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x1100; })) return Text(text);
+namespace {
+// ICU maps the conjoining Hangul letters and leaves the compatibility ones; Windows does the
+// opposite. The system keeps both as they are, on every platform.
+bool HangulLetter(char16_t c) { return (c >= 0x1100 && c <= 0x11FF) || (c >= 0x3130 && c <= 0x318F); }
+
+Text MapHalfWidth(TextView text) {
+  if (text.empty()) return Text();
   int size = static_cast<int>(text.size());
   int n = ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_HALFWIDTH, Wide(text.data()), size, nullptr, 0, nullptr, nullptr, 0);
   if (n <= 0) return Text(text);
   Text out(static_cast<size_t>(n), u'\0');
   ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_HALFWIDTH, Wide(text.data()), size, Wide(out.data()), n, nullptr, nullptr, 0);
+  return out;
+}
+}  // namespace
+
+Text ToHalfWidth(TextView text) {
+  // Nothing below the Hangul letters (U+1100) has a half-width form; most sheet names are ASCII.
+  if (std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x1100; })) return Text(text);
+  // Runs without Hangul letters are mapped; the letters go out as they came.
+  Text out;
+  size_t begin = 0;
+  for (size_t i = 0; i <= text.size(); ++i) {
+    if (i < text.size() && !HangulLetter(text[i])) continue;
+    out += MapHalfWidth(text.substr(begin, i - begin));
+    if (i < text.size()) out += text[i];
+    begin = i + 1;
+  }
   return out;
 }
 
