@@ -46,6 +46,7 @@ bench:
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
+	./bench/run_script.sh build/release
 
 # Windows: built with MinGW-w64, statically, and tested under Wine (no display needed).
 WINDOWS := build/windows

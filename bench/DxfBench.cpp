@@ -49,7 +49,7 @@ int main(int argc, char** argv) {
   std::string mode = argv[1], file = argv[2];
   int repeat = 5;
   if (mode == "generate") {
-    tq::WriteFileBytes(file, tq::bench::GenerateDrawing({}));
+    tq::bench::WriteOrExit(file, tq::bench::GenerateDrawing({}));
     return 0;
   }
   if (mode == "open") {

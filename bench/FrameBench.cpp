@@ -30,9 +30,9 @@ int main(int argc, char** argv) {
   std::filesystem::path dir = argv[2];
   if (mode == "generate") {
     std::filesystem::create_directories(dir / "data");
-    tq::WriteFileBytes(dir / "Velum.ini", tq::EncodeCodePage(u"[環境設定]\r\nｼｽﾃﾑ=system\r\n標準部品=parts\r\n[Custom]\r\n標準図ﾃﾞｰﾀ=data\r\n", "CP932"));
-    tq::WriteFileBytes(dir / "data" / u8"標準図設定.ini", tq::EncodeCodePage(u"[標準図]\r\n縦ﾌﾚｰﾑ数=25\r\n横ﾌﾚｰﾑ数=40\r\n", "CP932"));
-    tq::WriteFileBytes(dir / "frames.dxf", tq::bench::GenerateFrameDrawing({}));
+    tq::bench::WriteOrExit(dir / "Velum.ini", tq::EncodeCodePage(u"[環境設定]\r\nｼｽﾃﾑ=system\r\n標準部品=parts\r\n[Custom]\r\n標準図ﾃﾞｰﾀ=data\r\n", "CP932"));
+    tq::bench::WriteOrExit(dir / "data" / u8"標準図設定.ini", tq::EncodeCodePage(u"[標準図]\r\n縦ﾌﾚｰﾑ数=25\r\n横ﾌﾚｰﾑ数=40\r\n", "CP932"));
+    tq::bench::WriteOrExit(dir / "frames.dxf", tq::bench::GenerateFrameDrawing({}));
     return 0;
   }
   if (mode == "generate-takeoff") {
@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
     shape.recordLines = 20;
     shape.recordsPerSheet = 2;
     shape.recordEvery = 1;
-    tq::WriteFileBytes(dir / "takeoff.dxf", tq::bench::GenerateFrameDrawing(shape));
+    tq::bench::WriteOrExit(dir / "takeoff.dxf", tq::bench::GenerateFrameDrawing(shape));
     return 0;
   }
   if (mode == "load") {
@@ -50,15 +50,17 @@ int main(int argc, char** argv) {
     return drawing->document().records().empty() ? 1 : 0;
   }
   if (mode != "mark") return 2;
-  tq::StandaloneHostServices host(tq::FromFsPath(dir / "Velum.ini"));
-  tq::Folders folders(host);
+  tq::CodePage codePage("CP932");
+  tq::StandaloneHostServices host(tq::FromFsPath(dir / "Velum.ini"), codePage);
+  tq::Folders folders(host, codePage);
   tq::StdSettings settings(folders);
   std::ostringstream sink;
   tq::ConsoleEditor editor(sink);
   auto start = Clock::now();
   auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf");
   double load = Since(start);
-  tq::DrawingContext context{*drawing, editor, settings, *settings.LoadLayerSettings()};
+  tq::MarkingState marking;
+  tq::DrawingContext context{*drawing, editor, settings, *settings.LoadLayerSettings(), marking};
   start = Clock::now();
   std::vector<tq::ObjectId> with, without;
   tq::CollectSheetNumberTexts(context, with);

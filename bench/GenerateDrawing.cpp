@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "base/Encoding.hpp"
+#include "base/Paths.hpp"
 
 namespace tq::bench {
 
@@ -165,6 +166,13 @@ std::string GenerateFrameDrawing(const FrameDrawingShape& shape) {
   Tag(out, 0, "ENDSEC");
   Tag(out, 0, "EOF");
   return out;
+}
+
+void WriteOrExit(const std::filesystem::path& path, std::string_view bytes) {
+  if (Status written = WriteFileBytes(path, bytes); !written) {
+    std::fprintf(stderr, "%s\n", written.error().Describe().c_str());
+    std::exit(1);
+  }
 }
 
 }  // namespace tq::bench

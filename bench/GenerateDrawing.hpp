@@ -1,5 +1,6 @@
 #pragma once
 // Generated drawings for the benchmarks, written straight as DXF text.
+#include <filesystem>
 #include <string>
 
 namespace tq::bench {
@@ -27,5 +28,8 @@ struct FrameDrawingShape {
 std::string GenerateFrameDrawing(const FrameDrawingShape& shape);
 // Record line i of a generated standard drawing: 25 fields of the sample installation.
 std::string GeneratedRecordLine(int frame, int line);
+
+// Writes a generated file; a bench that cannot write its input stops with the reason.
+void WriteOrExit(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace tq::bench

@@ -4,11 +4,12 @@
 #include <ostream>
 
 #include "common/StandaloneHostServices.hpp"
-#include "shell/Folders.hpp"
+#include "site/Folders.hpp"
 
 namespace tq::cli {
 
 struct Context {
+  std::unique_ptr<CodePage> codePage;  // the system code page
   std::unique_ptr<StandaloneHostServices> host;
   std::unique_ptr<Folders> folders;
   std::ostream* out = nullptr;

@@ -4,6 +4,7 @@
 #include "cli/FrameCommands.hpp"
 #include "cli/InfoCommands.hpp"
 #include "cli/TakeoffCommand.hpp"
+#include "cli/ScriptCommand.hpp"
 #include "cli/SettingsCommand.hpp"
 
 namespace tq::cli {
@@ -71,6 +72,18 @@ std::vector<Command> RegisterCommands(CLI::App& app) {
   takeoffApp->add_flag("--register", takeoff->registerRows, "also store the rows in the drawing, as 登録 does, and save it");
   takeoffApp->add_flag("--json", takeoff->json, "print the 23-column items of the takeoff check instead of writing a file");
   commands.push_back({takeoffApp, [drawing, takeoff](const Context& c) { return RunTakeoff(c, *drawing, *takeoff); }});
+  auto script = std::make_shared<ScriptOptions>();
+  CLI::App* scriptApp = app.add_subcommand(
+      "script",
+      "run the command TQ_STD_INF and its dialogs from a script (one action a line: command, point, escape,\n"
+      "answer, save, click, select, type, close, dump) and print the transcript as JSON Lines. At the end a\n"
+      "drawing that changed is saved (atomically, keeping DRAWING.bak) or written to OUT; a line that cannot\n"
+      "be applied ends the run with an error event, exit status 1 and nothing saved.");
+  scriptApp->add_option("DRAWING", script->drawing, "the DXF drawing")->required();
+  scriptApp->add_option("SCRIPT", script->script, "the script file; - or none reads standard input");
+  scriptApp->add_option("-o,--output", script->output, "write a changed drawing here instead of saving it");
+  scriptApp->add_flag("--no-save", script->noSave, "write nothing, whatever changed");
+  commands.push_back({scriptApp, [script](const Context& c) { return RunScript(c, *script); }});
   return commands;
 }
 

@@ -18,7 +18,7 @@ DrawingSession::DrawingSession(const Context& context, const std::string& drawin
   }
   std::optional<LayerSettings> layers = settings_.LoadLayerSettings();
   if (!layers) throw UserError(ToUtf8(u"Excelﾌｧｲﾙのﾊﾟｽが設定されていません."));
-  drawingContext_ = std::make_unique<DrawingContext>(DrawingContext{*drawing_, editor_, settings_, *layers});
+  drawingContext_ = std::make_unique<DrawingContext>(DrawingContext{*drawing_, editor_, settings_, *layers, marking_});
 }
 
 Text DrawingSession::SheetName(ObjectId id) const {

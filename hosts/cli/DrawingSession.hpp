@@ -30,6 +30,7 @@ class DrawingSession {
   std::unique_ptr<dxf::DxfDrawing> drawing_;
   ConsoleEditor editor_;
   StdSettings settings_;
+  MarkingState marking_;  // the drawing's one piece of per-document data a command needs
   std::unique_ptr<DrawingContext> drawingContext_;
 };
 

@@ -7,12 +7,12 @@
 #include "base/Numbers.hpp"
 #include "base/Paths.hpp"
 #include "cli/DrawingSession.hpp"
-#include "cli/Json.hpp"
+#include "common/Json.hpp"
 #include "drawing/EntityScan.hpp"
 #include "info/AttributeIdTable.hpp"
 #include "info/ChoiceLists.hpp"
 #include "info/StdInfRecord.hpp"
-#include "size/SymbolSizeData.hpp"
+#include "site/SymbolSizeData.hpp"
 
 namespace tq::cli {
 
@@ -33,7 +33,7 @@ std::optional<ObjectId> FindSheet(DrawingSession& session, const InfoOptions& op
     if (comma == std::string::npos) throw UserError("--at wants X,Y, not " + options.at);
     Text x = FromUtf8(options.at.substr(0, comma)), y = FromUtf8(options.at.substr(comma + 1));
     FramePolygon polygon;
-    if (!LocateFrame(session.context(), {ApiComn_atof(x), ApiComn_atof(y), 0}, polygon)) {
+    if (!LocateFrame(session.context(), {ToReal(x), ToReal(y), 0}, polygon)) {
       session.editor().Print(u"\nError:標準図枠の範囲外です。\n");
       return std::nullopt;
     }
@@ -81,7 +81,7 @@ int RunInfo(const Context& context, const std::string& drawing, const InfoOption
   std::optional<ObjectId> id = FindSheet(session, options);
   if (!id) return 0;
   ChoiceFolders folders = FindChoiceFolders(*context.folders);
-  std::vector<Text> keys = AttributeIdTable::Load(ToFsPath(folders.attributeIdTable)).AllValues();
+  std::vector<Text> keys = AttributeIdTable::Load(ToFsPath(folders.attributeIdTable), *context.codePage).AllValues();
   StdInfRecords records = ReadInfoRecords(session.drawing(), *id, keys);
   if (records.empty()) {
     *context.out << ToUtf8(u"情報が設定されていません。") << '\n';
@@ -109,14 +109,14 @@ int RunChoices(const Context& context, const std::string& ab) {
   std::ostream& out = *context.out;
   ChoiceFolders folders = FindChoiceFolders(*context.folders);
   out << "choice folder: " << ToUtf8(folders.choiceFolder) << "\nA/B files: " << (SelectsAMaterial(abText) ? "A" : "B") << '\n';
-  AttributeIdTable attributes = AttributeIdTable::Load(ToFsPath(folders.attributeIdTable));
+  AttributeIdTable attributes = AttributeIdTable::Load(ToFsPath(folders.attributeIdTable), *context.codePage);
   std::vector<Text> items = attributes.Group(u"S501").column(2);
   std::sort(items.begin(), items.end());
   PrintList(out, "工事項目 (1101)", items, " (sorted)");
   for (const ChoiceFile& file : ChoiceFiles())
     PrintList(out, ToUtf8(file.field) + " (" + std::to_string(file.comboId) + ")",
-              ComboEntriesFromFile(ChoiceFilePath(folders, file, abText)), "");
-  SymbolSizeData sizes = LoadSymbolSizeData(context.folders->SymbolSizeDataFile(), SizeSection::Counts);
+              ComboEntriesFromFile(ChoiceFilePath(folders, file, abText), *context.codePage), "");
+  SymbolSizeData sizes = LoadSymbolSizeData(context.folders->SymbolSizeDataFile(), *context.codePage, SizeSection::Counts);
   PrintList(out, "寸法1, 寸法2, 寸法3 (1104, 1105, 1106)", sizes.list(SizeSection::Sizes), "");
   return 0;
 }

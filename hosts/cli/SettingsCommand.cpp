@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "base/Paths.hpp"
-#include "shell/Settings.hpp"
+#include "site/Settings.hpp"
 
 namespace tq::cli {
 

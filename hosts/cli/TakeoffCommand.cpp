@@ -2,7 +2,7 @@
 
 #include "base/Paths.hpp"
 #include "cli/DrawingSession.hpp"
-#include "cli/Json.hpp"
+#include "common/Json.hpp"
 #include "shell/TakeoffCheck.hpp"
 #include "output/FileOutput.hpp"
 #include "takeoff/TakeoffJob.hpp"
@@ -11,12 +11,10 @@ namespace tq::cli {
 
 namespace {
 
-int IndexOf(const std::string& value, std::initializer_list<const char*> names, const char* option) {
-  int i = 0;
-  for (const char* name : names) {
-    if (value == name) return i;
-    ++i;
-  }
+template <class Kind>
+Kind KindNamed(const std::string& value, std::initializer_list<std::pair<const char*, Kind>> names, const char* option) {
+  for (auto [name, kind] : names)
+    if (value == name) return kind;
   throw UserError(std::string(option) + " takes one of the listed values, not " + value);
 }
 
@@ -34,8 +32,13 @@ void PrintItems(std::ostream& out, const std::vector<TakeoffItem>& items) {
 
 FileOutputChoices Choices(const Context& context, const TakeoffOptions& options) {
   FileOutputChoices choices = InitialChoices(*context.folders);
-  if (!options.kind.empty()) choices.outputKind = IndexOf(options.kind, {"list", "aggregate", "cinet"}, "--kind");
-  if (!options.separator.empty()) choices.separatorKind = IndexOf(options.separator, {"comma", "pipe", "tab"}, "--separator");
+  if (!options.kind.empty())
+    choices.outputKind = KindNamed<OutputKind>(
+        options.kind, {{"list", OutputKind::List}, {"aggregate", OutputKind::Aggregate}, {"cinet", OutputKind::Cinet}}, "--kind");
+  if (!options.separator.empty())
+    choices.separatorKind = KindNamed<SeparatorKind>(
+        options.separator, {{"comma", SeparatorKind::Comma}, {"pipe", SeparatorKind::Pipe}, {"tab", SeparatorKind::Tab}},
+        "--separator");
   if (options.categoryGiven) choices.category = FromUtf8(options.category);
   return choices;
 }
@@ -59,30 +62,29 @@ int RunTakeoff(const Context& context, const std::string& drawing, const Takeoff
   }
   FileOutputChoices choices = Choices(context, options);
   // "出力" remembers the choices for the next output, as the dialog does.
-  WriteLastValues(context.folders->AddinDataFile(u"ファイル出力前回値.dat"), choices);
+  // The last values are a convenience: a file that cannot be written does not stop the output.
+  (void)WriteLastValues(LastValuesFile(*context.folders), choices, *context.codePage);
   std::vector<Text> lines;
-  if (choices.outputKind == 2) {
+  if (choices.outputKind == OutputKind::Cinet) {
     // A command line has no earlier build: the CI-NET file takes a takeoff list built now.
-    FileOutputChoices list = choices;
-    list.outputKind = 0;
-    OutputBuilder builder(LoadOutputFormat(ToFsPath(context.folders->AddinDataFile(u"標準図用出力フォーマット.csv"))), job->tables);
-    lines = builder.Build(job->data, false, list.separatorKind, list.category);
+    OutputBuilder builder(LoadOutputFormat(ToFsPath(OutputFormatFile(*context.folders)), *context.codePage), job->tables);
+    Result<std::vector<Text>> built = builder.Build(job->data, false, choices.separatorKind, choices.category);
+    if (!built) throw UserError(built.error().Describe() + "; no file was written");
+    lines = std::move(*built);
   }
-  OutputResult result;
-  try {
-    result = OutputTakeoff(job->data, job->tables, *context.folders, choices, FromFsPath(session.path()), lines,
-                           [&](TextView name) -> std::optional<std::filesystem::path> {
-                             if (!options.output.empty()) return std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
-                             return ToFsPath(Text(name) + u".txt");
-                           });
-  } catch (const OutputFormatError& e) {
-    throw UserError(std::string(e.what()) + "; no file was written");
-  }
-  if (result.written) out << "wrote " << Utf8Path(result.path) << " (" << lines.size() << " lines)\n";
-  else if (result.path.empty()) out << "nothing written: " << ToUtf8(result.reason) << '\n';
-  else throw UserError("cannot write " + Utf8Path(result.path));
+  Result<OutputResult> result =
+      OutputTakeoff(job->data, job->tables, *context.folders, choices, FromFsPath(session.path()), lines,
+                    [&](TextView name) -> std::optional<std::filesystem::path> {
+                      if (!options.output.empty()) return std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
+                      return ToFsPath(Text(name) + u".txt");
+                    });
+  if (!result) throw UserError(result.error().Describe() + "; no file was written");
+  if (result->outcome == OutputResult::Outcome::Written)
+    out << "wrote " << Utf8Path(result->path) << " (" << lines.size() << " lines)\n";
+  else out << "nothing written: nothing to output\n";
   if (options.registerRows) {
-    RegisterTakeoff(session.drawing(), job->data);
+    if (Status registered = RegisterTakeoff(session.drawing(), job->data); !registered)
+      throw UserError(registered.error().Describe() + "; the drawing was not saved");
     try {
       session.drawing().Save();
     } catch (const std::exception& e) {

@@ -22,20 +22,17 @@ struct GlobalOptions {
 Context MakeContext(const GlobalOptions& options) {
   std::string codepage = options.codepage.value_or("");
   if (codepage.empty()) codepage = ToUtf8(os::Environment(u"TQ_CODEPAGE").value_or(u""));
-  if (!codepage.empty()) {
-    try {
-      SetSystemCodePage(codepage);
-    } catch (const std::invalid_argument& e) {
-      throw UserError(e.what());
-    }
-  }
+  if (codepage.empty()) codepage = "CP932";
+  Result<CodePage> systemCodePage = CodePage::Open(codepage);
+  if (!systemCodePage) throw UserError(systemCodePage.error().Describe());
   Context context;
+  context.codePage = std::make_unique<CodePage>(std::move(*systemCodePage));
   try {
-    context.host = std::make_unique<StandaloneHostServices>(StandaloneHostServices::FindHostIni(options.ini));
+    context.host = std::make_unique<StandaloneHostServices>(StandaloneHostServices::FindHostIni(options.ini), *context.codePage);
   } catch (const std::runtime_error& e) {
     throw UserError(e.what());
   }
-  context.folders = std::make_unique<Folders>(*context.host);
+  context.folders = std::make_unique<Folders>(*context.host, *context.codePage);
   context.out = &std::cout;
   return context;
 }

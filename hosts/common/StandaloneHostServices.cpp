@@ -38,7 +38,7 @@ Text StandaloneHostServices::FindHostIni(const std::optional<std::string>& iniOp
 }
 
 std::optional<Text> StandaloneHostServices::ConfigData(TextView section, TextView key) const {
-  return GetPrivateProfileString(section, key, u"", iniFile_);
+  return ReadProfileString(section, key, u"", iniFile_, codePage_);
 }
 
 }  // namespace tq

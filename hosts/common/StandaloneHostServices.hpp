@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Encoding.hpp"
 #include "ports/HostServices.hpp"
 
 namespace tq {
@@ -13,13 +14,15 @@ class StandaloneHostServices : public HostServices {
   // installation. Throws std::runtime_error when the file named cannot be read.
   static Text FindHostIni(const std::optional<std::string>& iniOption);
 
-  explicit StandaloneHostServices(Text iniFile) : iniFile_(std::move(iniFile)) {}
+  StandaloneHostServices(Text iniFile, const CodePage& systemCodePage)
+      : iniFile_(std::move(iniFile)), codePage_(systemCodePage) {}
 
   Text HostIniFile() const override { return iniFile_; }
   std::optional<Text> ConfigData(TextView section, TextView key) const override;
 
  private:
   Text iniFile_;
+  const CodePage& codePage_;
 };
 
 }  // namespace tq

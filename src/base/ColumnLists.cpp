@@ -10,8 +10,8 @@ ColumnLists::ColumnLists(const ConfigTable& rows, size_t columnCount) : columns_
     }
 }
 
-ColumnLists ColumnLists::Load(const std::filesystem::path& path, size_t columnCount) {
-  std::optional<ConfigTable> rows = ReadConfigFile(path);
+ColumnLists ColumnLists::Load(const std::filesystem::path& path, size_t columnCount, const CodePage& systemCodePage) {
+  std::optional<ConfigTable> rows = ReadConfigFile(path, systemCodePage);
   return ColumnLists(rows ? *rows : ConfigTable(), columnCount);
 }
 

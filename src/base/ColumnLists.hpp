@@ -15,7 +15,7 @@ class ColumnLists {
   // Keeps columns 0 to columnCount − 1 of every row.
   ColumnLists(const ConfigTable& rows, size_t columnCount);
   // Read with the configuration-table reader; empty lists when the file cannot be read.
-  static ColumnLists Load(const std::filesystem::path& path, size_t columnCount);
+  static ColumnLists Load(const std::filesystem::path& path, size_t columnCount, const CodePage& systemCodePage);
 
   const std::vector<Text>& column(size_t c) const { return columns_[c]; }
   size_t columnCount() const { return columns_.size(); }

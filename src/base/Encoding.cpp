@@ -1,17 +1,12 @@
 #include "base/Encoding.hpp"
 
-// What the conversions share on every platform: the system code page, the byte-order marks
-// and UTF-16 in bytes. The code pages themselves, UTF-8 validity and the half-width mapping
-// are the platform's: EncodingIcu.cpp on POSIX, EncodingWin32.cpp on Windows.
+// What the conversions share on every platform: the byte-order marks and UTF-16 in bytes. The
+// code pages themselves, UTF-8 and the half-width mapping are the platform's: EncodingIcu.cpp
+// on POSIX, EncodingWin32.cpp on Windows.
 
 namespace tq {
 
 namespace {
-
-std::string& CodePageSetting() {
-  static std::string name = "CP932";
-  return name;
-}
 
 Text Utf16FromBytes(std::string_view bytes, bool bigEndian) {
   Text out;
@@ -36,26 +31,19 @@ std::string Utf16ToBytes(TextView text, bool bigEndian) {
 
 }  // namespace
 
-void SetSystemCodePage(std::string name) {
-  CheckCodePageName(name);
-  CodePageSetting() = std::move(name);
-}
-
-const std::string& SystemCodePage() { return CodePageSetting(); }
-
-DecodedText DecodeTextFile(std::string_view bytes) {
+DecodedText DecodeTextFile(std::string_view bytes, const CodePage& systemCodePage) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return {FromUtf8(bytes.substr(3)), FileEncoding::Utf8Bom};
   if (bytes.starts_with("\xFF\xFE")) return {Utf16FromBytes(bytes.substr(2), false), FileEncoding::Utf16LeBom};
   if (bytes.starts_with("\xFE\xFF")) return {Utf16FromBytes(bytes.substr(2), true), FileEncoding::Utf16BeBom};
   if (IsValidUtf8(bytes)) return {FromUtf8(bytes), FileEncoding::Utf8};
-  return {DecodeCodePage(bytes, SystemCodePage()), FileEncoding::SystemCodePage};
+  return {systemCodePage.Decode(bytes), FileEncoding::SystemCodePage};
 }
 
 Text DecodeCodePage(std::string_view bytes, const std::string& codePage) { return CodePage(codePage).Decode(bytes); }
 
 std::string EncodeCodePage(TextView text, const std::string& codePage) { return CodePage(codePage).Encode(text); }
 
-std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom) {
+std::string EncodeFile(TextView text, FileEncoding encoding, const CodePage& systemCodePage, bool withBom) {
   switch (encoding) {
     case FileEncoding::Utf8Bom: return (withBom ? "\xEF\xBB\xBF" : "") + ToUtf8(text);
     case FileEncoding::Utf8: return ToUtf8(text);
@@ -63,7 +51,7 @@ std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom) {
     case FileEncoding::Utf16BeBom: return (withBom ? "\xFE\xFF" : "") + Utf16ToBytes(text, true);
     case FileEncoding::SystemCodePage: break;
   }
-  return EncodeCodePage(text, SystemCodePage());
+  return systemCodePage.Encode(text);
 }
 
 }  // namespace tq

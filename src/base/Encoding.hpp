@@ -2,12 +2,13 @@
 // Conversions between UTF-16 text and the bytes of files. One interface, two engines: ICU on
 // POSIX (EncodingIcu.cpp), the Windows national-language API on Windows (EncodingWin32.cpp).
 // Code pages are named as ICU names them ("CP932", "windows-1252", "ibm-943_P15A-2003");
-// on Windows one table turns those names into code page numbers.
+// on Windows one table turns those names into code page numbers (CodePageNumbers.hpp).
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/Result.hpp"
 #include "base/Text.hpp"
 
 namespace tq {
@@ -19,15 +20,12 @@ struct DecodedText {
   FileEncoding encoding = FileEncoding::SystemCodePage;
 };
 
-// The system code page: what the Windows ANSI code page is to the suite. CP932 unless
-// configured (--codepage, TQ_CODEPAGE); set once by the host before any file is read.
-void SetSystemCodePage(std::string name);
-const std::string& SystemCodePage();
-// Throws std::invalid_argument when the platform knows no code page of that name.
-void CheckCodePageName(const std::string& name);
+class CodePage;
 
-// UTF-8 or UTF-16 with a byte-order mark; else UTF-8 when valid; else the system code page.
-DecodedText DecodeTextFile(std::string_view bytes);
+// UTF-8 or UTF-16 with a byte-order mark; else UTF-8 when valid; else the system code page,
+// the code page of Windows' ANSI functions to the suite (CP932 unless the host configures
+// another), which every reader and writer of the installation's files is handed.
+DecodedText DecodeTextFile(std::string_view bytes, const CodePage& systemCodePage);
 
 bool IsValidUtf8(std::string_view bytes);
 
@@ -39,7 +37,10 @@ std::string EncodeCodePage(TextView text, const std::string& codePage);
 // One code page, its converters opened once for many conversions.
 class CodePage {
  public:
-  // Throws std::invalid_argument when the platform knows no code page of that name.
+  // The code page of that name; an error naming it when the platform does not know it.
+  static Result<CodePage> Open(const std::string& name);
+  // For names the program itself gives; an unknown one is a programming error and throws
+  // std::invalid_argument.
   explicit CodePage(const std::string& name);
   ~CodePage();
   CodePage(CodePage&&) noexcept;
@@ -59,7 +60,7 @@ class CodePage {
 };
 
 // Text in the given file encoding, with the byte-order mark when the encoding has one.
-std::string EncodeFile(TextView text, FileEncoding encoding, bool withBom = true);
+std::string EncodeFile(TextView text, FileEncoding encoding, const CodePage& systemCodePage, bool withBom = true);
 
 // The half-width mapping of LCMapStringW(LCMAP_HALFWIDTH): full-width ASCII and blank,
 // katakana (voiced marks as separate half-width marks) and the Japanese punctuation.

@@ -49,7 +49,6 @@ Text FromUtf8(std::string_view bytes) {
   return Text(u.getBuffer(), static_cast<size_t>(u.length()));
 }
 
-void CheckCodePageName(const std::string& name) { OpenConverter(name); }
 
 bool IsValidUtf8(std::string_view bytes) {
   int32_t i = 0, n = static_cast<int32_t>(bytes.size());
@@ -67,6 +66,13 @@ struct CodePage::Converters {
   Converter decoder, bestFit, exact;
   std::mutex lock;
 };
+
+Result<CodePage> CodePage::Open(const std::string& name) {
+  UErrorCode status = U_ZERO_ERROR;
+  Converter probe(ucnv_open(name.c_str(), &status));
+  if (U_FAILURE(status) || !probe) return MakeError(ErrorCode::InvalidValue, "unknown code page: " + name);
+  return CodePage(name);
+}
 
 CodePage::CodePage(const std::string& name) : name_(name), converters_(std::make_unique<Converters>()) {
   converters_->decoder = OpenConverter(name);

@@ -24,9 +24,15 @@ constexpr UINT kUtf8 = 65001;
 const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
 wchar_t* Wide(char16_t* text) { return reinterpret_cast<wchar_t*>(text); }
 
-UINT NumberOf(const std::string& name) {
+std::optional<UINT> Known(const std::string& name) {
   std::optional<unsigned> number = WindowsCodePageNumber(name);
-  if (!number || !::IsValidCodePage(*number)) throw std::invalid_argument("unknown code page: " + name);
+  if (!number || !::IsValidCodePage(*number)) return std::nullopt;
+  return *number;
+}
+
+UINT NumberOf(const std::string& name) {
+  std::optional<UINT> number = Known(name);
+  if (!number) throw std::invalid_argument("unknown code page: " + name);
   return *number;
 }
 
@@ -107,7 +113,6 @@ Text FromUtf8(std::string_view bytes) {
   return out;
 }
 
-void CheckCodePageName(const std::string& name) { NumberOf(name); }
 
 bool IsValidUtf8(std::string_view bytes) {
   if (std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) return true;
@@ -118,6 +123,11 @@ bool IsValidUtf8(std::string_view bytes) {
 struct CodePage::Converters {
   UINT number = 0;
 };
+
+Result<CodePage> CodePage::Open(const std::string& name) {
+  if (!Known(name)) return MakeError(ErrorCode::InvalidValue, "unknown code page: " + name);
+  return CodePage(name);
+}
 
 CodePage::CodePage(const std::string& name) : name_(name), converters_(std::make_unique<Converters>()) {
   converters_->number = NumberOf(name);

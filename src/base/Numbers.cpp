@@ -11,7 +11,7 @@ bool IsCSpace(char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); }
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 }  // namespace
 
-double ApiComn_atof(TextView text) {
+double ToReal(TextView text) {
   size_t i = 0;
   while (i < text.size() && IsCSpace(text[i])) ++i;
   bool negative = false;
@@ -38,7 +38,7 @@ double ApiComn_atof(TextView text) {
   return negative ? -value : value;
 }
 
-int _wtoi(TextView text) {
+int ToInt(TextView text) {
   size_t i = 0;
   while (i < text.size() && IsCSpace(text[i])) ++i;
   bool negative = false;

@@ -4,10 +4,10 @@
 
 namespace tq {
 
-// Like C atof: leading white space, sign, digits, point, exponent; no digits give 0.
-double ApiComn_atof(TextView text);
+// As the suite's real reader (atof): leading white space, sign, digits, point, exponent; no digits give 0.
+double ToReal(TextView text);
 
-// Like _wtoi: leading white space, sign, digits; no digits give 0; out of range clamps.
-int _wtoi(TextView text);
+// As the suite's integer reader (_wtoi): leading white space, sign, digits; no digits give 0; out of range clamps.
+int ToInt(TextView text);
 
 }  // namespace tq

@@ -1,6 +1,5 @@
 #include "base/Paths.hpp"
 
-#include <stdexcept>
 
 #include "base/os/Os.hpp"
 
@@ -38,11 +37,11 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path) {
   return std::move(*bytes);
 }
 
-void WriteFileBytes(const std::filesystem::path& path, std::string_view bytes) {
+Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes) {
   Result<os::OutputFile> file = os::CreateOutputFile(path);
-  Status written = file ? file->Write(bytes) : Status(file.error());
-  if (written) written = file->Close();
-  if (!written) throw std::runtime_error(written.error().Describe());
+  if (!file) return file.error();
+  if (Status written = file->Write(bytes); !written) return written;
+  return file->Close();
 }
 
 }  // namespace tq

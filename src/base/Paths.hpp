@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Result.hpp"
 #include "base/Text.hpp"
 
 namespace tq {
@@ -17,7 +18,7 @@ Text FromFsPath(const std::filesystem::path& path);
 
 // The whole file, or nothing when it cannot be read.
 std::optional<std::string> ReadFileBytes(const std::filesystem::path& path);
-// Throws std::runtime_error naming the file when it cannot be written.
-void WriteFileBytes(const std::filesystem::path& path, std::string_view bytes);
+// An error naming the file when it cannot be written.
+Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace tq

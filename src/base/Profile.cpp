@@ -16,12 +16,12 @@ bool IsUnit(std::string_view bytes, size_t at, FileEncoding e, char c) {
   return bytes[at + (big ? 1 : 0)] == c && bytes[at + (big ? 0 : 1)] == '\0';
 }
 
-Text DecodeLine(std::string_view bytes, FileEncoding e) {
+Text DecodeLine(std::string_view bytes, FileEncoding e, const CodePage& systemCodePage) {
   switch (e) {
-    case FileEncoding::SystemCodePage: return DecodeCodePage(bytes, SystemCodePage());
+    case FileEncoding::SystemCodePage: return systemCodePage.Decode(bytes);
     case FileEncoding::Utf8:
     case FileEncoding::Utf8Bom: return FromUtf8(bytes);
-    default: return DecodeTextFile((e == FileEncoding::Utf16LeBom ? std::string("\xFF\xFE") : std::string("\xFE\xFF")) + std::string(bytes)).text;
+    default: return DecodeTextFile((e == FileEncoding::Utf16LeBom ? std::string("\xFF\xFE") : std::string("\xFE\xFF")) + std::string(bytes), systemCodePage).text;
   }
 }
 
@@ -42,11 +42,11 @@ Text Unquote(Text value) {
 
 }  // namespace
 
-ProfileFile ProfileFile::Read(const std::filesystem::path& path) {
-  ProfileFile file;
+ProfileFile ProfileFile::Read(const std::filesystem::path& path, const CodePage& systemCodePage) {
+  ProfileFile file(systemCodePage);
   std::optional<std::string> bytes = ReadFileBytes(path);
   if (!bytes) return file;
-  file.encoding_ = DecodeTextFile(*bytes).encoding;
+  file.encoding_ = DecodeTextFile(*bytes, systemCodePage).encoding;
   file.bom_ = BomSize(file.encoding_) > 0;
   std::string_view all(*bytes);
   const size_t unit = UnitSize(file.encoding_);
@@ -62,7 +62,7 @@ ProfileFile ProfileFile::Read(const std::filesystem::path& path) {
       if (cr) contentEnd -= unit;
       (cr ? sawCrLf : sawLf) = true;
     }
-    file.lines_.push_back({DecodeLine(all.substr(start, contentEnd - start), file.encoding_),
+    file.lines_.push_back({DecodeLine(all.substr(start, contentEnd - start), file.encoding_, systemCodePage),
                            std::string(all.substr(start, next - start)), end < all.size()});
     start = next;
   }
@@ -137,40 +137,37 @@ void ProfileFile::Set(TextView section, TextView key, TextView value) {
 }
 
 std::string ProfileFile::Bytes() const {
-  std::string out = bom_ ? EncodeFile(u"", encoding_, true) : std::string();
+  std::string out = bom_ ? EncodeFile(u"", encoding_, *codePage_, true) : std::string();
   for (size_t i = 0; i < lines_.size(); ++i) {
     const Line& line = lines_[i];
     if (!line.raw.empty()) {
       out += line.raw;
       // A last line without a line end gets one when lines now follow it.
-      if (!line.ended && i + 1 < lines_.size()) out += EncodeFile(newline_, encoding_, false);
+      if (!line.ended && i + 1 < lines_.size()) out += EncodeFile(newline_, encoding_, *codePage_, false);
     } else {
-      out += EncodeFile(line.text + newline_, encoding_, false);
+      out += EncodeFile(line.text + newline_, encoding_, *codePage_, false);
     }
   }
   return out;
 }
 
-void ProfileFile::Write(const std::filesystem::path& path) const { WriteFileBytes(path, Bytes()); }
+Status ProfileFile::Write(const std::filesystem::path& path) const { return WriteFileBytes(path, Bytes()); }
 
-Text GetPrivateProfileString(TextView section, TextView key, TextView defaultValue, TextView path) {
-  std::optional<Text> value = ProfileFile::Read(ToFsPath(path)).Get(section, key);
+Text ReadProfileString(TextView section, TextView key, TextView defaultValue, TextView path,
+                       const CodePage& systemCodePage) {
+  std::optional<Text> value = ProfileFile::Read(ToFsPath(path), systemCodePage).Get(section, key);
   Text result = value ? *value : Text(defaultValue);
   if (result.size() > kProfileBufferSize - 1) result.resize(kProfileBufferSize - 1);
   return result;
 }
 
-bool WritePrivateProfileString(TextView section, TextView key, TextView value, TextView path) {
-  if (path.empty()) return false;
-  try {
-    std::filesystem::path fsPath = ToFsPath(path);
-    ProfileFile file = ProfileFile::Read(fsPath);
-    file.Set(section, key, value);
-    file.Write(fsPath);
-    return true;
-  } catch (const std::exception&) {
-    return false;
-  }
+Status WriteProfileString(TextView section, TextView key, TextView value, TextView path,
+                          const CodePage& systemCodePage) {
+  if (path.empty()) return MakeError(ErrorCode::NotFound, u"no settings file to write to");
+  std::filesystem::path fsPath = ToFsPath(path);
+  ProfileFile file = ProfileFile::Read(fsPath, systemCodePage);
+  file.Set(section, key, value);
+  return file.Write(fsPath);
 }
 
 }  // namespace tq

@@ -17,13 +17,13 @@ namespace tq {
 // untouched bytes together.
 class ProfileFile {
  public:
-  // A missing or unreadable file reads as empty.
-  static ProfileFile Read(const std::filesystem::path& path);
+  // A missing or unreadable file reads as empty. Text in no Unicode form is read, and
+  // written again, in the system code page.
+  static ProfileFile Read(const std::filesystem::path& path, const CodePage& systemCodePage);
 
   std::optional<Text> Get(TextView section, TextView key) const;
   void Set(TextView section, TextView key, TextView value);
-  // Throws std::runtime_error when the file cannot be written.
-  void Write(const std::filesystem::path& path) const;
+  Status Write(const std::filesystem::path& path) const;
   std::string Bytes() const;
 
  private:
@@ -36,6 +36,8 @@ class ProfileFile {
   static Kind Classify(TextView text, Text& name, Text& value);
   std::optional<size_t> FindKey(TextView section, TextView key, size_t* sectionEnd, bool* sectionFound) const;
 
+  explicit ProfileFile(const CodePage& systemCodePage) : codePage_(&systemCodePage) {}
+  const CodePage* codePage_;
   std::vector<Line> lines_;
   FileEncoding encoding_ = FileEncoding::SystemCodePage;
   bool bom_ = false;
@@ -44,9 +46,11 @@ class ProfileFile {
 
 inline constexpr size_t kProfileBufferSize = 512;
 
-// GetPrivateProfileStringW: the value (at most 511 characters) or the default.
-Text GetPrivateProfileString(TextView section, TextView key, TextView defaultValue, TextView path);
-// WritePrivateProfileStringW: false when the file cannot be written.
-bool WritePrivateProfileString(TextView section, TextView key, TextView value, TextView path);
+// As GetPrivateProfileStringW: the value (at most 511 characters) or the default.
+Text ReadProfileString(TextView section, TextView key, TextView defaultValue, TextView path,
+                       const CodePage& systemCodePage);
+// As WritePrivateProfileStringW; an error naming the file when it cannot be written.
+Status WriteProfileString(TextView section, TextView key, TextView value, TextView path,
+                          const CodePage& systemCodePage);
 
 }  // namespace tq

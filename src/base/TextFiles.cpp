@@ -6,10 +6,10 @@
 namespace tq {
 
 namespace {
-std::optional<Text> ReadDecoded(const std::filesystem::path& path) {
+std::optional<Text> ReadDecoded(const std::filesystem::path& path, const CodePage& systemCodePage) {
   std::optional<std::string> bytes = ReadFileBytes(path);
   if (!bytes) return std::nullopt;
-  return DecodeTextFile(*bytes).text;
+  return DecodeTextFile(*bytes, systemCodePage).text;
 }
 }  // namespace
 
@@ -57,8 +57,8 @@ ConfigTable ParseConfigTable(TextView text) {
   return table;
 }
 
-std::optional<ConfigTable> ReadConfigFile(const std::filesystem::path& path) {
-  std::optional<Text> text = ReadDecoded(path);
+std::optional<ConfigTable> ReadConfigFile(const std::filesystem::path& path, const CodePage& systemCodePage) {
+  std::optional<Text> text = ReadDecoded(path, systemCodePage);
   if (!text) return std::nullopt;
   return ParseConfigTable(*text);
 }
@@ -83,8 +83,8 @@ std::vector<Text> SplitTextLines(TextView text, size_t bufferSize) {
   return lines;
 }
 
-std::optional<std::vector<Text>> ReadTextLines(const std::filesystem::path& path) {
-  std::optional<Text> text = ReadDecoded(path);
+std::optional<std::vector<Text>> ReadTextLines(const std::filesystem::path& path, const CodePage& systemCodePage) {
+  std::optional<Text> text = ReadDecoded(path, systemCodePage);
   if (!text) return std::nullopt;
   return SplitTextLines(*text);
 }

@@ -17,9 +17,6 @@ SelectionFilter FilterOf(SelectMode mode, TextView layer) {
   return {};
 }
 
-// MarkFrames does not run again while it runs (a re-entry from the display update).
-bool markingBusy = false;
-
 }  // namespace
 
 bool SelectInRect(const Drawing& drawing, SelectMode mode, const Point3& ul, const Point3& lr, std::vector<ObjectId>& out,
@@ -59,11 +56,13 @@ void SplitByInfoRecord(const Drawing& drawing, std::vector<ObjectId>& list, std:
 
 void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark) {
   context.editor.BeginWaitCursor();
-  if (markingBusy) {
-    context.editor.EndWaitCursor();
-    return;
-  }
-  markingBusy = true;
+  struct EndWait {
+    Editor& editor;
+    ~EndWait() { editor.EndWaitCursor(); }
+  } endWait{context.editor};
+  // MarkFrames does not run again while it runs (a re-entry from the display update).
+  MarkingGuard guard(context.marking);
+  if (!guard.acquired()) return;
   {
     auto lock = context.drawing.LockForWrite();
     int colour = mark ? context.settings.ReadChangeColour() : 1;
@@ -77,8 +76,6 @@ void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& shee
       if (LocateFrame(GridOf(grid), text->position, polygon)) MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour);
     }
   }
-  markingBusy = false;
-  context.editor.EndWaitCursor();
 }
 
 void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour) {
@@ -89,7 +86,7 @@ void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& pol
     int newColour;
     if (saved && !saved->empty()) {
       if (mark) continue;  // never marked twice: the first saved colour stays
-      newColour = _wtoi((*saved)[0]);
+      newColour = ToInt((*saved)[0]);
     } else {
       if (!mark) continue;
       newColour = colour;

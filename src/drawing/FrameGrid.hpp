@@ -5,7 +5,8 @@
 
 #include "ports/Drawing.hpp"
 #include "ports/Editor.hpp"
-#include "shell/Settings.hpp"
+#include "drawing/MarkingState.hpp"
+#include "site/Settings.hpp"
 
 namespace tq {
 
@@ -18,13 +19,14 @@ struct FrameGrid {
 // Five points: lower-left, lower-right, upper-right, upper-left, lower-left again.
 using FramePolygon = std::vector<Point3>;
 
-// What the rules of the drawing need: the drawing, its editor, the settings and the layer
-// names read by LoadLayerSettings.
+// What the rules of the drawing need: the drawing, its editor, the settings, the layer
+// names read by LoadLayerSettings and the drawing's marking state (from its per-document data).
 struct DrawingContext {
   Drawing& drawing;
   Editor& editor;
   const StdSettings& settings;
   LayerSettings layers;
+  MarkingState& marking;
 };
 
 FrameGrid LoadFrameGrid(const StdSettings& settings, Editor& editor);

@@ -2,8 +2,8 @@
 
 namespace tq {
 
-AttributeIdTable AttributeIdTable::Load(const std::filesystem::path& path) {
-  std::optional<ConfigTable> rows = ReadConfigFile(path);
+AttributeIdTable AttributeIdTable::Load(const std::filesystem::path& path, const CodePage& systemCodePage) {
+  std::optional<ConfigTable> rows = ReadConfigFile(path, systemCodePage);
   return AttributeIdTable(rows ? *rows : ConfigTable());
 }
 

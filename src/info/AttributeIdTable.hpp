@@ -12,7 +12,7 @@ class AttributeIdTable {
   AttributeIdTable() = default;
   explicit AttributeIdTable(const ConfigTable& rows) : rows_(rows) {}
   // Empty when the file cannot be read.
-  static AttributeIdTable Load(const std::filesystem::path& path);
+  static AttributeIdTable Load(const std::filesystem::path& path, const CodePage& systemCodePage);
 
   // The rows whose ID equals `id` without regard to case, as column lists 0, 1 and 2.
   ColumnLists Group(TextView id) const;

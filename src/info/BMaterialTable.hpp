@@ -12,7 +12,9 @@ class BMaterialTable {
  public:
   BMaterialTable() = default;
   explicit BMaterialTable(ColumnLists columns) : columns_(std::move(columns)) {}
-  static BMaterialTable Load(const std::filesystem::path& path) { return BMaterialTable(ColumnLists::Load(path, 12)); }
+  static BMaterialTable Load(const std::filesystem::path& path, const CodePage& systemCodePage) {
+    return BMaterialTable(ColumnLists::Load(path, 12, systemCodePage));
+  }
 
   // Column 5 of the first row whose columns 0 and 2 equal the pair without regard to case
   // (searching as far as the shorter of columns 0 and 2, counting a row only where column 5

@@ -29,9 +29,9 @@ Text ChoiceFilePath(const ChoiceFolders& folders, const ChoiceFile& file, TextVi
   return folders.choiceFolder.empty() ? Text() : JoinPath(folders.choiceFolder, name);
 }
 
-std::optional<std::vector<Text>> ComboEntriesFromFile(TextView path) {
+std::optional<std::vector<Text>> ComboEntriesFromFile(TextView path, const CodePage& systemCodePage) {
   if (path.empty()) return std::nullopt;
-  std::optional<std::vector<Text>> lines = ReadTextLines(ToFsPath(path));
+  std::optional<std::vector<Text>> lines = ReadTextLines(ToFsPath(path), systemCodePage);
   if (!lines) return std::nullopt;
   if (lines->empty()) lines->push_back(u" ");
   return lines;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/Text.hpp"
-#include "shell/Folders.hpp"
+#include "site/Folders.hpp"
 
 namespace tq {
 
@@ -17,7 +17,7 @@ struct ChoiceFolders {
   Text stdDataFolder;      // "Custom", "標準図ﾃﾞｰﾀ" as it stands
   Text attributeIdTable;   // the standard parts folder's "属性IDパラメータ.csv"
 };
-// Read through TqComn_GetEnv; a key that cannot be read leaves its path empty.
+// Read through ReadHostSetting; a key that cannot be read leaves its path empty.
 ChoiceFolders FindChoiceFolders(const Folders& folders);
 
 struct ChoiceFile {
@@ -31,7 +31,7 @@ const std::vector<ChoiceFile>& ChoiceFiles();
 
 // The entries one text file gives its combo: its lines in file order (blank lines kept), or
 // a single " " when it has none; nothing when it cannot be opened (the combo keeps what it has).
-std::optional<std::vector<Text>> ComboEntriesFromFile(TextView path);
+std::optional<std::vector<Text>> ComboEntriesFromFile(TextView path, const CodePage& systemCodePage);
 Text ChoiceFilePath(const ChoiceFolders& folders, const ChoiceFile& file, TextView abText);
 
 }  // namespace tq

@@ -1,7 +1,5 @@
 #include "info/StdInfRecord.hpp"
 
-#include <stdexcept>
-
 #include "base/Fields.hpp"
 #include "base/Format.hpp"
 #include "drawing/FrameGrid.hpp"
@@ -80,7 +78,7 @@ void PutBack(Drawing& drawing, ObjectId text, const std::vector<Stored>& stored)
 
 }  // namespace
 
-void WriteInfoRecords(Drawing& drawing, ObjectId text, const StdInfRecords& records, int countAtOpening) {
+Status WriteInfoRecords(Drawing& drawing, ObjectId text, const StdInfRecords& records, int countAtOpening) {
   auto lock = drawing.LockForWrite();
   std::vector<Stored> stored;
   for (size_t i = 0; i < records.size(); ++i) {
@@ -94,10 +92,11 @@ void WriteInfoRecords(Drawing& drawing, ObjectId text, const StdInfRecords& reco
     PutBack(drawing, text, stored);
     Text sheet;
     ReadSheetName(drawing, text, sheet);
-    throw std::runtime_error("the information of sheet " + ToUtf8(sheet) +
-                             " would pass the 16 KB limit of extended data on one drawing object; nothing was written");
+    return MakeError(ErrorCode::TooLarge, u"the information of sheet " + sheet +
+                                              u" would pass the 16 KB limit of extended data on one drawing object; nothing was written");
   }
   for (int m = countAtOpening - 1; m > static_cast<int>(records.size()); --m) drawing.RemoveXData(text, InfoRecordName(m));
+  return {};
 }
 
 }  // namespace tq

@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "base/Result.hpp"
 #include "base/Text.hpp"
 #include "ports/Drawing.hpp"
 
@@ -47,8 +48,8 @@ int CountInfoRecords(const Drawing& drawing, ObjectId text);
 // Writes every record under its number, replacing what was stored; an empty record writes
 // nothing but keeps its number. Then the names from the count at opening − 1 down to the
 // current count + 1 are removed (the name numbered as the count at opening stays).
-// Throws std::runtime_error naming the sheet, with nothing written, when the records would
-// pass the per-object limit of extended data.
-void WriteInfoRecords(Drawing& drawing, ObjectId text, const StdInfRecords& records, int countAtOpening);
+// An error naming the sheet, with nothing written, when the records would pass the
+// per-object limit of extended data.
+Status WriteInfoRecords(Drawing& drawing, ObjectId text, const StdInfRecords& records, int countAtOpening);
 
 }  // namespace tq

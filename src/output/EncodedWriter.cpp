@@ -1,43 +1,11 @@
 #include "output/EncodedWriter.hpp"
 
-#include <memory>
-#include <optional>
-#include <unordered_map>
-
 #include "base/Encoding.hpp"
 #include "base/Paths.hpp"
-#include "base/os/Os.hpp"
 
 namespace tq {
 
 namespace {
-
-// The bytes of each unit in the system code page, converted once per unit and code page
-// (an output file uses a few hundred distinct characters, written many thousand times).
-class UnitTable {
- public:
-  struct Bytes {
-    std::string bestFit;               // with the code page's best fit and default character
-    std::optional<std::string> exact;  // nothing when the code page cannot hold the unit
-  };
-  explicit UnitTable(const std::string& codePage) : codePage_(codePage) {}
-  const std::string& name() const { return codePage_.name(); }
-  const Bytes& Of(char16_t unit) {
-    auto [found, inserted] = units_.try_emplace(unit);
-    if (inserted) found->second = {codePage_.Encode(TextView(&unit, 1)), codePage_.EncodeExact(TextView(&unit, 1))};
-    return found->second;
-  }
-
- private:
-  CodePage codePage_;
-  std::unordered_map<char16_t, Bytes> units_;
-};
-
-UnitTable& TableFor(const std::string& codePage) {
-  static std::unique_ptr<UnitTable> table;
-  if (!table || table->name() != codePage) table = std::make_unique<UnitTable>(codePage);
-  return *table;
-}
 
 std::string Utf8Unit(char16_t u) {
   if (u >= 0xD800 && u <= 0xDFFF) return "\xEF\xBF\xBD";  // a lone surrogate
@@ -52,13 +20,21 @@ std::string Utf8Unit(char16_t u) {
   return out;
 }
 
-std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
+}  // namespace
+
+const CharacterWriter::Bytes& CharacterWriter::Of(char16_t unit) {
+  auto [found, inserted] = units_.try_emplace(unit);
+  if (inserted) found->second = {codePage_.Encode(TextView(&unit, 1)), codePage_.EncodeExact(TextView(&unit, 1))};
+  return found->second;
+}
+
+std::string CharacterWriter::UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
   switch (mode) {
     case TextMode::SystemCodePage:
     case TextMode::Utf8: {
       if (u < 0x80) return (u == u'\n' && options.lineEnd) ? std::string("\r\n") : std::string(1, static_cast<char>(u));
       if (mode == TextMode::Utf8) return Utf8Unit(u);
-      const UnitTable::Bytes& bytes = TableFor(SystemCodePage()).Of(u);
+      const Bytes& bytes = Of(u);
       if (!options.escape) return bytes.bestFit;
       if (bytes.exact) return *bytes.exact;
       char escape[8];
@@ -77,8 +53,7 @@ std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options) {
   return std::string();
 }
 
-// The bytes of the text up to its first NUL; `units` counts the units written.
-std::string EncodedText(TextView text, TextMode mode, const WriteOptions& options, int& units) {
+std::string CharacterWriter::Encoded(TextView text, TextMode mode, const WriteOptions& options, int& units) {
   std::string buffer;
   for (char16_t u : text) {
     if (u == 0) break;
@@ -88,12 +63,10 @@ std::string EncodedText(TextView text, TextMode mode, const WriteOptions& option
   return buffer;
 }
 
-}  // namespace
-
-int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
+int CharacterWriter::Write(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
   if (mode < 1 || mode > 4) return options.result == WriteResultKind::MinusOne ? -1 : 0;
   int units = 0;
-  std::string buffer = EncodedText(text, static_cast<TextMode>(mode), options, units);
+  std::string buffer = Encoded(text, static_cast<TextMode>(mode), options, units);
   if (std::fwrite(buffer.data(), 1, buffer.size(), stream) != buffer.size()) return -1;
   switch (options.result) {
     case WriteResultKind::Zero: return 0;
@@ -103,13 +76,13 @@ int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOpti
   return 0;
 }
 
-bool WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines) {
-  if (path.empty()) return false;
+Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage) {
+  if (path.empty()) return MakeError(ErrorCode::NotFound, u"no output file was named");
+  CharacterWriter writer(systemCodePage);
   std::string bytes;
   int units = 0;
-  for (const Text& line : lines) bytes += EncodedText(line + u"\r\n", TextMode::SystemCodePage, {}, units);
-  Result<os::OutputFile> file = os::CreateOutputFile(path);
-  return file && file->Write(bytes) && file->Close();
+  for (const Text& line : lines) bytes += writer.Encoded(line + u"\r\n", TextMode::SystemCodePage, {}, units);
+  return WriteFileBytes(path, bytes);
 }
 
 }  // namespace tq

@@ -4,6 +4,12 @@
 #include <filesystem>
 #include <vector>
 
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "base/Encoding.hpp"
+#include "base/Result.hpp"
 #include "base/Text.hpp"
 
 namespace tq {
@@ -17,13 +23,31 @@ struct WriteOptions {
   WriteResultKind result = WriteResultKind::Zero;
 };
 
-// One UTF-16 unit at a time (a surrogate pair as two units), up to a terminating zero.
-// −1 as soon as a write is short; else 0, the units written or −1 as asked. An unknown
-// mode writes nothing.
-int WriteEncodedText(std::FILE* stream, TextView text, int mode, const WriteOptions& options = {});
+// The character writer: one UTF-16 unit at a time (a surrogate pair as two units), up to a
+// terminating zero. Each unit's bytes in the system code page are converted once: an output
+// file uses a few hundred distinct characters, written many thousand times.
+class CharacterWriter {
+ public:
+  explicit CharacterWriter(const CodePage& systemCodePage) : codePage_(systemCodePage) {}
+  // WriteEncodedText: −1 as soon as a write is short; else 0, the units written or −1 as
+  // asked. An unknown mode writes nothing.
+  int Write(std::FILE* stream, TextView text, int mode, const WriteOptions& options = {});
+  // The bytes Write would write; `units` counts the units taken.
+  std::string Encoded(TextView text, TextMode mode, const WriteOptions& options, int& units);
 
-// Every line followed by CR LF, in the system code page, no byte-order mark. Nothing for an
-// empty path or a file that cannot be opened; false then, or when a write fell short.
-bool WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines);
+ private:
+  struct Bytes {
+    std::string bestFit;               // with the code page's best fit and default character
+    std::optional<std::string> exact;  // nothing when the code page cannot hold the unit
+  };
+  const Bytes& Of(char16_t unit);
+  std::string UnitBytes(char16_t u, TextMode mode, const WriteOptions& options);
+  const CodePage& codePage_;
+  std::unordered_map<char16_t, Bytes> units_;
+};
+
+// Every line followed by CR LF, in the system code page, no byte-order mark. An error naming
+// the file for an empty path, a file that cannot be opened, or a write that fell short.
+Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage);
 
 }  // namespace tq

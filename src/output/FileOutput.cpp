@@ -9,67 +9,69 @@
 
 namespace tq {
 
-std::optional<FileOutputChoices> ReadLastValues(TextView path) {
+Text LastValuesFile(const Folders& folders) { return folders.AddinDataFile(u"ファイル出力前回値.dat"); }
+Text CategoriesFile(const Folders& folders) { return folders.AddinDataFile(u"出力区分.txt"); }
+Text OutputFormatFile(const Folders& folders) { return folders.AddinDataFile(u"標準図用出力フォーマット.csv"); }
+
+std::optional<FileOutputChoices> ReadLastValues(TextView path, const CodePage& systemCodePage) {
   if (path.empty()) return std::nullopt;
-  std::optional<std::vector<Text>> lines = ReadTextLines(ToFsPath(path));
+  std::optional<std::vector<Text>> lines = ReadTextLines(ToFsPath(path), systemCodePage);
   if (!lines) return std::nullopt;
   FileOutputChoices choices;
-  if (lines->size() > 0) choices.outputKind = _wtoi((*lines)[0]);
-  if (lines->size() > 1) choices.separatorKind = _wtoi((*lines)[1]);
+  if (lines->size() > 0) choices.outputKind = static_cast<OutputKind>(ToInt((*lines)[0]));
+  if (lines->size() > 1) choices.separatorKind = static_cast<SeparatorKind>(ToInt((*lines)[1]));
   choices.category = lines->size() > 2 ? (*lines)[2] : Text();
   return choices;
 }
 
-bool WriteLastValues(TextView path, const FileOutputChoices& choices) {
-  if (path.empty()) return false;
-  try {
-    Text text = Format(u"%d\r\n%d\r\n%s\r\n", {choices.outputKind, choices.separatorKind, choices.category});
-    WriteFileBytes(ToFsPath(path), EncodeCodePage(text, SystemCodePage()));
-    return true;
-  } catch (const std::exception&) {
-    return false;
-  }
+Status WriteLastValues(TextView path, const FileOutputChoices& choices, const CodePage& systemCodePage) {
+  if (path.empty()) return MakeError(ErrorCode::NotFound, u"the system folder is not set (ｼｽﾃﾑ)");
+  Text text = Format(u"%d\r\n%d\r\n%s\r\n", {static_cast<int>(choices.outputKind),
+                                              static_cast<int>(choices.separatorKind), choices.category});
+  return WriteFileBytes(ToFsPath(path), systemCodePage.Encode(text));
 }
 
-std::vector<Text> ReadOutputCategories(TextView path) {
+std::vector<Text> ReadOutputCategories(TextView path, const CodePage& systemCodePage) {
   if (path.empty()) return {};
-  return ReadTextLines(ToFsPath(path)).value_or(std::vector<Text>());
+  return ReadTextLines(ToFsPath(path), systemCodePage).value_or(std::vector<Text>());
 }
 
 FileOutputChoices InitialChoices(const Folders& folders) {
-  if (std::optional<FileOutputChoices> last = ReadLastValues(folders.AddinDataFile(u"ファイル出力前回値.dat"))) return *last;
-  std::vector<Text> categories = ReadOutputCategories(folders.AddinDataFile(u"出力区分.txt"));
-  return {0, 2, categories.empty() ? Text() : categories.front()};
+  if (std::optional<FileOutputChoices> last = ReadLastValues(LastValuesFile(folders), folders.codePage())) return *last;
+  std::vector<Text> categories = ReadOutputCategories(CategoriesFile(folders), folders.codePage());
+  return {OutputKind::List, SeparatorKind::Tab, categories.empty() ? Text() : categories.front()};
 }
 
-Text DefaultOutputName(TextView documentFileName, int outputKind) {
+Text DefaultOutputName(TextView documentFileName, OutputKind outputKind) {
   Text name(documentFileName);
   size_t dot = name.rfind(u'.');
   if (dot != Text::npos && dot >= 1) name.erase(dot, 4);
-  if (outputKind == 2) name += u"_CI-NETコード";
+  if (outputKind == OutputKind::Cinet) name += u"_CI-NETコード";
   return name;
 }
 
-OutputResult OutputTakeoff(const TakeoffData& data, const ReferenceTables& tables, const Folders& folders,
-                           const FileOutputChoices& choices, TextView documentFileName, std::vector<Text>& lines,
-                           const std::function<std::optional<std::filesystem::path>(TextView)>& choosePath) {
-  OutputFormat format = LoadOutputFormat(ToFsPath(folders.AddinDataFile(u"標準図用出力フォーマット.csv")));
+Result<OutputResult> OutputTakeoff(const TakeoffData& data, const ReferenceTables& tables, const Folders& folders,
+                                   const FileOutputChoices& choices, TextView documentFileName,
+                                   std::vector<Text>& lines,
+                                   const std::function<std::optional<std::filesystem::path>(TextView)>& choosePath) {
+  OutputFormat format = LoadOutputFormat(ToFsPath(OutputFormatFile(folders)), folders.codePage());
   OutputBuilder builder(format, tables);
-  if (choices.outputKind == 0 || choices.outputKind == 1)
-    lines = builder.Build(data, choices.outputKind == 1, choices.separatorKind, choices.category);
-  OutputResult result;
-  if (lines.empty()) {
-    result.reason = u"nothing to output";
-    return result;
+  if (choices.outputKind == OutputKind::List || choices.outputKind == OutputKind::Aggregate) {
+    Result<std::vector<Text>> built =
+        builder.Build(data, choices.outputKind == OutputKind::Aggregate, choices.separatorKind, choices.category);
+    if (!built) return built.error();
+    lines = std::move(*built);
   }
+  OutputResult result;
+  if (lines.empty()) return result;
   std::optional<std::filesystem::path> path = choosePath(DefaultOutputName(documentFileName, choices.outputKind));
   if (!path) {
-    result.reason = u"no file chosen";
+    result.outcome = OutputResult::Outcome::NoFileChosen;
     return result;
   }
+  if (Status written = WriteOutputFile(*path, lines, folders.codePage()); !written) return written.error();
+  result.outcome = OutputResult::Outcome::Written;
   result.path = *path;
-  result.written = WriteOutputFile(*path, lines);
-  if (!result.written) result.reason = u"the file could not be written";
   return result;
 }
 

@@ -10,9 +10,9 @@ std::vector<Text> OutputFormat::Columns(size_t line) const {
   return std::vector<Text>(fields.begin() + 1, fields.end() - 2);
 }
 
-OutputFormat LoadOutputFormat(const std::filesystem::path& path) {
+OutputFormat LoadOutputFormat(const std::filesystem::path& path, const CodePage& systemCodePage) {
   OutputFormat format;
-  std::optional<ConfigTable> rows = ReadConfigFile(path);
+  std::optional<ConfigTable> rows = ReadConfigFile(path, systemCodePage);
   if (!rows) return format;
   for (size_t i = 0; i < 4 && i < rows->size(); ++i) format.lines[i] = (*rows)[i];
   return format;

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "base/Encoding.hpp"
 #include "base/Text.hpp"
 
 namespace tq {
@@ -18,6 +19,6 @@ struct OutputFormat {
 };
 
 // Every list empty when the file cannot be read.
-OutputFormat LoadOutputFormat(const std::filesystem::path& path);
+OutputFormat LoadOutputFormat(const std::filesystem::path& path, const CodePage& systemCodePage);
 
 }  // namespace tq

@@ -13,13 +13,13 @@ constexpr size_t kAggregateColumns = 16;
 Text OrFallback(Text value, TextView fallback) { return value.empty() ? Text(fallback) : value; }
 }  // namespace
 
-Text SeparatorText(int kind) {
+Text SeparatorText(SeparatorKind kind) {
   switch (kind) {
-    case 0: return u",";
-    case 1: return u"|";
-    case 2: return u"\t";
-    default: return Text();
+    case SeparatorKind::Comma: return u",";
+    case SeparatorKind::Pipe: return u"|";
+    case SeparatorKind::Tab: return u"\t";
   }
+  return Text();
 }
 
 MaterialFilter FilterOfCategory(TextView category) {
@@ -70,7 +70,7 @@ Text CodeValue(const ResolvedCode& code, const CTakeoffRow& row, const std::vect
     // An empty field gives the fallback without a lookup.
     case ResolvedCode::Group: return OrFallback(field.empty() ? Text() : TableLookup(field, code.group->column(2), code.group->column(1)), u"0");
     case ResolvedCode::S001: return field.find(u'-') != Text::npos ? field : Text(u" ");
-    case ResolvedCode::S304: return FormatQuantity(ApiComn_atof(field));
+    case ResolvedCode::S304: return FormatQuantity(ToReal(field));
     case ResolvedCode::DollarS001: return u" ";
     case ResolvedCode::HashS001: return u"0";
     case ResolvedCode::S481:
@@ -86,10 +86,10 @@ Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& p
 
 int UnitCount(const TakeoffRecord& record) {
   if (record.size() < 4) return 0;
-  int units = _wtoi(record[3].field(1));
+  int units = ToInt(record[3].field(1));
   if (units > 0) return units;
   int largest = 0;
-  for (const CTakeoffRow& row : record) largest = std::max(largest, _wtoi(row.field(1)));
+  for (const CTakeoffRow& row : record) largest = std::max(largest, ToInt(row.field(1)));
   return largest;
 }
 
@@ -114,10 +114,11 @@ void Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
   }
   if (q == 0) return;
   Text& sum = rows_[found->second][q - 1];
-  sum = FormatQuantity(ApiComn_atof(sum) + ApiComn_atof(values[q - 1]));
+  sum = FormatQuantity(ToReal(sum) + ToReal(values[q - 1]));
 }
 
-std::vector<Text> OutputBuilder::Build(const TakeoffData& data, bool aggregate, int separatorKind, TextView category) const {
+Result<std::vector<Text>> OutputBuilder::Build(const TakeoffData& data, bool aggregate, SeparatorKind separatorKind,
+                                               TextView category) const {
   std::vector<Text> out;
   Text separator = SeparatorText(separatorKind);
   MaterialFilter filter = FilterOfCategory(category);
@@ -126,8 +127,8 @@ std::vector<Text> OutputBuilder::Build(const TakeoffData& data, bool aggregate, 
   std::vector<ResolvedCode> resolved;
   for (const Text& code : codes) resolved.push_back(ResolveCode(code, tables_));
   if (aggregate && codes.size() < kAggregateColumns)
-    throw OutputFormatError("the output format has " + std::to_string(codes.size()) +
-                            " columns; an aggregate needs at least 16");
+    return MakeError(ErrorCode::Malformed, "the output format has " + std::to_string(codes.size()) +
+                                               " columns; an aggregate needs at least 16");
   Text header;
   for (const Text& h : headers) header += h + separator;
   if (!header.empty()) out.push_back(header);
@@ -142,8 +143,8 @@ std::vector<Text> OutputBuilder::Build(const TakeoffData& data, bool aggregate, 
           const CTakeoffRow& row = (*record)[l];
           if (l == 2) symbol = row.field(1);
           std::vector<Text> pieces = SplitAtEvery(row.field(19), u' ');
-          bool excludedB = row.field(4).empty() && EqualNoCase(row.field(8), u"A") && ApiComn_atof(row.field(7)) == 0.0;
-          bool quantity = ApiComn_atof(row.field(15)) != 0.0;
+          bool excludedB = row.field(4).empty() && EqualNoCase(row.field(8), u"A") && ToReal(row.field(7)) == 0.0;
+          bool quantity = ToReal(row.field(15)) != 0.0;
           bool a = IsAMaterialRow(row);
           bool makeA = a && filter != MaterialFilter::BOnly && quantity;
           bool makeB = row.field(4).empty() && filter != MaterialFilter::AOnly && quantity && !excludedB;

@@ -1,6 +1,5 @@
 #pragma once
 // The lines of the takeoff list and of the aggregate, from the takeoff rows and the format.
-#include <stdexcept>
 #include <unordered_map>
 #include <vector>
 
@@ -10,17 +9,13 @@
 
 namespace tq {
 
-enum class SeparatorKind { Comma = 0, Pipe = 1, Tab = 2 };
-Text SeparatorText(int kind);
+// The separator's number as the last-values file stores it; another number gives no separator.
+enum class SeparatorKind : int { Comma = 0, Pipe = 1, Tab = 2 };
+Text SeparatorText(SeparatorKind kind);
 
 enum class MaterialFilter { AOnly, BOnly, Both };
 // "A材" → A only, "B材" → B only (without regard to case), anything else both.
 MaterialFilter FilterOfCategory(TextView category);
-
-// An aggregate asked of a format with fewer than 16 columns.
-struct OutputFormatError : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
 
 // An attribute code of the format, recognised once (without regard to case) for every line.
 struct ResolvedCode {
@@ -46,8 +41,10 @@ class OutputBuilder {
   OutputBuilder(OutputFormat format, const ReferenceTables& tables) : format_(std::move(format)), tables_(tables) {}
 
   // BuildOutputLines: the header (when not empty) and one line per unit, row and CI-NET
-  // piece; or, for an aggregate, equal lines merged with their quantities summed.
-  std::vector<Text> Build(const TakeoffData& data, bool aggregate, int separatorKind, TextView category) const;
+  // piece; or, for an aggregate, equal lines merged with their quantities summed. An
+  // aggregate of a format with fewer than 16 columns is refused, naming the count.
+  Result<std::vector<Text>> Build(const TakeoffData& data, bool aggregate, SeparatorKind separator,
+                                  TextView category) const;
 
  private:
   OutputFormat format_;

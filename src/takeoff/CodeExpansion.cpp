@@ -9,7 +9,7 @@ namespace tq {
 
 ExpansionVariant RowVariant(const CTakeoffRow& row) {
   ExpansionVariant v;
-  for (size_t i = 0; i < 3; ++i) v.dimensions[i] = Format(u"%d", {_wtoi(row.field(7 + 2 * static_cast<int>(i)))});
+  for (size_t i = 0; i < 3; ++i) v.dimensions[i] = Format(u"%d", {ToInt(row.field(7 + 2 * static_cast<int>(i)))});
   return v;
 }
 

@@ -9,8 +9,8 @@ namespace {
 const char16_t* const kRowTables[] = {u"CI-NETコード.csv", u"配管用CI-NETコード.csv", u"配線用CI-NETコード.csv",
                                       u"丸ダクト板厚テーブル.csv", u"工事区分コードテーブル.csv"};
 
-ColumnLists Columns(TextView path, size_t count) {
-  return path.empty() ? ColumnLists(ConfigTable(), count) : ColumnLists::Load(ToFsPath(path), count);
+ColumnLists Columns(TextView path, size_t count, const CodePage& codePage) {
+  return path.empty() ? ColumnLists(ConfigTable(), count) : ColumnLists::Load(ToFsPath(path), count, codePage);
 }
 }  // namespace
 
@@ -26,17 +26,18 @@ ReferenceTables LoadReferenceTables(const Folders& folders) {
   std::optional<Text> system = folders.SystemFolder();
   std::optional<Text> addin = folders.AddinDataFolder();
   t.stdDrawingFolder = addin.value_or(Text());
-  AttributeIdTable attributes = AttributeIdTable::Load(ToFsPath(folders.StdPartsFile(u"属性IDパラメータ.csv")));
+  AttributeIdTable attributes = AttributeIdTable::Load(ToFsPath(folders.StdPartsFile(u"属性IDパラメータ.csv")), folders.codePage());
   for (const char16_t* id : kAttributeGroups) t.attributeGroups.emplace(id, attributes.Group(id));
   if (folders.host().ConfigData(u"環境設定", u"ｼｽﾃﾑ"))
-    for (size_t i = 0; i < 5; ++i) t.rowTables[i] = ReadConfigFile(ToFsPath(folders.TakeoffTableFile(kRowTables[i]))).value_or(ConfigTable());
+    for (size_t i = 0; i < 5; ++i) t.rowTables[i] = ReadConfigFile(ToFsPath(folders.TakeoffTableFile(kRowTables[i])), folders.codePage()).value_or(ConfigTable());
   auto addinFile = [&](const char16_t* name) { return addin ? JoinPath(*addin, name) : Text(); };
-  t.memberCinet = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 2);
-  t.outputFormat = Columns(addinFile(u"標準図用出力フォーマット.csv"), 18);
-  t.bSettings = Columns(addinFile(u"標準図用B材設定.csv"), 12);
-  t.constructionCategory = Columns(system ? JoinPath(JoinPath(*system, u"拾い"), u"工事区分コードテーブル.csv") : Text(), 2);
-  t.memberCinetFiles = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 3);
-  t.bUse = Columns(addinFile(u"標準図用B材用途当込み.csv"), 4);
+  const CodePage& cp = folders.codePage();
+  t.memberCinet = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 2, cp);
+  t.outputFormat = Columns(addinFile(u"標準図用出力フォーマット.csv"), 18, cp);
+  t.bSettings = Columns(addinFile(u"標準図用B材設定.csv"), 12, cp);
+  t.constructionCategory = Columns(system ? JoinPath(JoinPath(*system, u"拾い"), u"工事区分コードテーブル.csv") : Text(), 2, cp);
+  t.memberCinetFiles = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 3, cp);
+  t.bUse = Columns(addinFile(u"標準図用B材用途当込み.csv"), 4, cp);
   return t;
 }
 

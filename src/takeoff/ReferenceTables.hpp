@@ -4,7 +4,7 @@
 #include <map>
 
 #include "base/ColumnLists.hpp"
-#include "shell/Folders.hpp"
+#include "site/Folders.hpp"
 
 namespace tq {
 

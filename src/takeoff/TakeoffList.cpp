@@ -93,17 +93,24 @@ void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items) {
       }
 }
 
-void RegisterTakeoff(Drawing& drawing, const TakeoffData& data) {
+Status RegisterTakeoff(Drawing& drawing, const TakeoffData& data) {
   auto lock = drawing.LockForWrite();
+  Status status;
   for (const TakeoffEntity& entity : data) {
     int number = 0;
     for (auto record = entity.rbegin(); record != entity.rend(); ++record) {
       ++number;
       XDataLines lines;
       for (const CTakeoffRow& row : *record) lines.push_back(JoinLine25(row.fields));
-      if (!record->empty()) drawing.WriteXData(record->front().entity, InfoRecordName(number), lines);
+      if (record->empty()) continue;
+      ObjectId text = record->front().entity;
+      EditResult written = drawing.WriteXData(text, InfoRecordName(number), lines);
+      if (written != EditResult::Ok && status)
+        status = MakeError(ErrorCode::TooLarge, u"the record " + InfoRecordName(number) + u" of the text " + drawing.Handle(text) +
+                                                    u" could not be written: it would pass the limit of extended data on one drawing object");
     }
   }
+  return status;
 }
 
 }  // namespace tq

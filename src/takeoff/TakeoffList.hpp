@@ -39,6 +39,8 @@ std::vector<TakeoffItem> FillTakeoffList(TakeoffData& data, const TakeoffRules& 
 void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items);
 // "登録": each entity's records from the last to the first, numbered 1, 2, …, every line
 // (the two header lines too) written with the 25-field format, replacing what was stored.
-void RegisterTakeoff(Drawing& drawing, const TakeoffData& data);
+// A record the drawing refuses (it would pass the per-object limit) is named in the error;
+// the others are still written.
+Status RegisterTakeoff(Drawing& drawing, const TakeoffData& data);
 
 }  // namespace tq

@@ -1,29 +1,30 @@
 #include <gtest/gtest.h>
 
 #include "base/Encoding.hpp"
+#include "support/CodePages.hpp"
 
 using namespace tq;
 
 TEST(DecodeTextFile, Utf8WithByteOrderMark) {
-  DecodedText d = DecodeTextFile("\xEF\xBB\xBF\xE6\xA8\x99");
+  DecodedText d = DecodeTextFile("\xEF\xBB\xBF\xE6\xA8\x99", test::Cp932());
   EXPECT_EQ(d.text, u"標");
   EXPECT_EQ(d.encoding, FileEncoding::Utf8Bom);
 }
 
 TEST(DecodeTextFile, Utf16LittleEndianWithByteOrderMark) {
-  DecodedText d = DecodeTextFile(std::string("\xFF\xFE\x19\x6A" "A\0", 6));
+  DecodedText d = DecodeTextFile(std::string("\xFF\xFE\x19\x6A" "A\0", 6), test::Cp932());
   EXPECT_EQ(d.text, u"標A");
   EXPECT_EQ(d.encoding, FileEncoding::Utf16LeBom);
 }
 
 TEST(DecodeTextFile, ValidUtf8WithoutMark) {
-  DecodedText d = DecodeTextFile("\xE9\x85\x8D\xE7\xAE\xA1");
+  DecodedText d = DecodeTextFile("\xE9\x85\x8D\xE7\xAE\xA1", test::Cp932());
   EXPECT_EQ(d.text, u"配管");
   EXPECT_EQ(d.encoding, FileEncoding::Utf8);
 }
 
 TEST(DecodeTextFile, Cp932WhenNotUtf8) {
-  DecodedText d = DecodeTextFile("\x94\x7A\x8A\xC7");  // 配管 in Shift_JIS
+  DecodedText d = DecodeTextFile("\x94\x7A\x8A\xC7", test::Cp932());  // 配管 in Shift_JIS
   EXPECT_EQ(d.text, u"配管");
   EXPECT_EQ(d.encoding, FileEncoding::SystemCodePage);
 }
@@ -31,7 +32,7 @@ TEST(DecodeTextFile, Cp932WhenNotUtf8) {
 TEST(DecodeTextFile, Cp932WithInvalidBytesGivesReplacementCharactersAndNoException) {
   std::string bytes = "\x94\x7A\x81\x20\xFF\x41";
   DecodedText d;
-  EXPECT_NO_THROW(d = DecodeTextFile(bytes));
+  EXPECT_NO_THROW(d = DecodeTextFile(bytes, test::Cp932()));
   EXPECT_EQ(d.text.substr(0, 1), u"配");
   EXPECT_EQ(d.text.back(), u'A');
   EXPECT_NE(d.text.find_first_of(u"\uFFFD\u001A"), Text::npos);
@@ -46,7 +47,10 @@ TEST(EncodeCodePage, UnmappableCharacterBecomesQuestionMark) {
   EXPECT_EQ(EncodeCodePage(u"a\u4E02b", "CP932"), "a?b");
 }
 
-TEST(SystemCodePage, UnknownNameIsRefused) {
-  EXPECT_THROW(SetSystemCodePage("no-such-code-page"), std::invalid_argument);
-  EXPECT_EQ(SystemCodePage(), "CP932");
+TEST(SystemCodePage, UnknownNameIsRefusedWithItsName) {
+  Result<CodePage> unknown = CodePage::Open("no-such-code-page");
+  ASSERT_FALSE(unknown);
+  EXPECT_EQ(unknown.error().code, ErrorCode::InvalidValue);
+  EXPECT_NE(unknown.error().Describe().find("no-such-code-page"), std::string::npos);
+  EXPECT_TRUE(CodePage::Open("CP932"));
 }

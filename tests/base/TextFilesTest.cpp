@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/CodePages.hpp"
 #include "base/Encoding.hpp"
 #include "base/Paths.hpp"
 #include "base/TextFiles.hpp"
@@ -32,13 +33,13 @@ TEST(ConfigTable, QuoteInsideAnUnquotedFieldIsKept) { EXPECT_EQ(SplitConfigLine(
 
 TEST(ConfigTable, UnreadableFileFails) {
   TempDir dir;
-  EXPECT_FALSE(ReadConfigFile(dir / "missing.csv").has_value());
+  EXPECT_FALSE(ReadConfigFile(dir / "missing.csv", test::Cp932()).has_value());
 }
 
 TEST(ConfigTable, ReadsCp932File) {
   TempDir dir;
   dir.Write("t.csv", EncodeCodePage(u"配管,鋼管\r\n", "CP932"));
-  auto t = ReadConfigFile(dir / "t.csv");
+  auto t = ReadConfigFile(dir / "t.csv", test::Cp932());
   ASSERT_TRUE(t);
   EXPECT_EQ((*t)[0], (V{u"配管", u"鋼管"}));
 }
@@ -59,7 +60,7 @@ TEST(TextLines, LongLineContinuesInTheNextEntry) {
 
 TEST(TextLines, UnopenableFileGivesNothing) {
   TempDir dir;
-  EXPECT_FALSE(ReadTextLines(dir / "none.txt").has_value());
+  EXPECT_FALSE(ReadTextLines(dir / "none.txt", test::Cp932()).has_value());
 }
 
 TEST(Paths, SeparatorOnlyWhenTheFolderLacksOne) {

@@ -9,7 +9,7 @@ using namespace tq;
 using namespace tq::test;
 
 namespace {
-Tags Record(const std::string& app, const std::string& line) { return {{1001, app}, {1000, line}}; }
+
 }  // namespace
 
 TEST(EntityScan, LineCrossingAFrameBorderIsNeitherColouredNorRestored) {
@@ -61,26 +61,70 @@ TEST(EntityScan, MarkThenRestoreLeavesTheDrawingByteIdentical) {
   Site site;
   RecordingEditor editor;
   dxf::DxfDrawing drawing(dxf::Document::Load(original, false), "t.dxf");
-  DrawingContext context{drawing, editor, *site.settings, {u"5", u"4"}};
+  MarkingState marking;
+  DrawingContext context{drawing, editor, *site.settings, {u"5", u"4"}, marking};
   MarkFrames(context, {drawing.FindHandle(u"B1")}, true);
   std::string marked = drawing.document().Serialize();
   ASSERT_NE(marked, original);
   dxf::DxfDrawing reopened(dxf::Document::Load(marked, false), "t.dxf");
-  DrawingContext again{reopened, editor, *site.settings, {u"5", u"4"}};
+  DrawingContext again{reopened, editor, *site.settings, {u"5", u"4"}, marking};
   MarkFrames(again, {reopened.FindHandle(u"B1")}, false);
   EXPECT_EQ(reopened.document().Serialize(), original);
 }
 
 TEST(EntityScan, MarkingDoesNotRunAgainWhileItRuns) {
-  Scene f(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200));
-  int nested = 0;
-  f.editor.onWaitCursor = [&] {
-    if (nested++ == 0) MarkFrames(*f.context, {f.Id(u"B1")}, true);  // a re-entry while the first runs
+  // Two frames; the display update after the first frame asks for a restore of both. Were it
+  // carried out, the first frame would lose its marking before the second is marked.
+  Scene f(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200) + TextTags("B2", "M-2", 54000, 1000) +
+          LineTags("C2", 28100, 100, 28200, 200));
+  int updates = 0;
+  f.editor.onDisplayUpdate = [&] {
+    if (updates++ == 0) MarkFrames(*f.context, {f.Id(u"B1"), f.Id(u"B2")}, false);  // a re-entry while the first runs
   };
-  MarkFrames(*f.context, {f.Id(u"B1")}, true);
-  EXPECT_EQ(nested, 2);
+  MarkFrames(*f.context, {f.Id(u"B1"), f.Id(u"B2")}, true);
+  EXPECT_EQ(updates, 2);
   EXPECT_EQ(f.drawing->ColourIndex(f.Id(u"C1")), 1);
+  EXPECT_EQ(f.drawing->ColourIndex(f.Id(u"C2")), 1);
   EXPECT_EQ(f.editor.waitBegun, f.editor.waitEnded);
+}
+
+// A drawing whose extended data cannot be written: the write throws, as a programming error
+// in a backend would.
+class ThrowingDrawing : public dxf::DxfDrawing {
+ public:
+  using dxf::DxfDrawing::DxfDrawing;
+  int throwsLeft = 1;
+  EditResult WriteXData(ObjectId id, TextView application, const XDataLines& lines) override {
+    if (throwsLeft > 0) {
+      --throwsLeft;
+      throw std::logic_error("the extended data cannot be written");
+    }
+    return dxf::DxfDrawing::WriteXData(id, application, lines);
+  }
+};
+
+TEST(EntityScan, MarkingGuardIsReleasedWhenWritingTheExtendedDataThrows) {
+  Site site;
+  RecordingEditor editor;
+  ThrowingDrawing drawing(dxf::Document::Load(R12Drawing(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200)), false),
+                          "t.dxf");
+  MarkingState marking;
+  DrawingContext context{drawing, editor, *site.settings, {u"5", u"4"}, marking};
+  EXPECT_THROW(MarkFrames(context, {drawing.FindHandle(u"B1")}, true), std::logic_error);
+  EXPECT_FALSE(marking.busy);
+  EXPECT_EQ(editor.waitBegun, editor.waitEnded);
+  MarkFrames(context, {drawing.FindHandle(u"B1")}, true);  // the next marking of the drawing is carried out
+  EXPECT_EQ(drawing.ColourIndex(drawing.FindHandle(u"C1")), 1);
+}
+
+TEST(EntityScan, TwoDrawingsMarkIndependently) {
+  Scene busy(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200));
+  Scene other(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200));
+  busy.marking.busy = true;  // a marking of the first drawing is running
+  MarkFrames(*other.context, {other.Id(u"B1")}, true);
+  EXPECT_EQ(other.drawing->ColourIndex(other.Id(u"C1")), 1);
+  MarkFrames(*busy.context, {busy.Id(u"B1")}, true);
+  EXPECT_EQ(busy.drawing->ColourIndex(busy.Id(u"C1")), 256);
 }
 
 TEST(EntityScan, MarkingUsesColourOneWithoutADataFolder) {
@@ -132,7 +176,8 @@ TEST(EntityScan, MarkAndRestoreOnTheExampleDrawingWrittenByEzdxf) {
   Site site;
   RecordingEditor editor;
   auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf"));
-  DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}};
+  MarkingState marking;
+  DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}, marking};
   std::vector<ObjectId> with, without;
   ASSERT_TRUE(CollectSheetNumberTexts(context, with));
   SplitByInfoRecord(*drawing, with, without);

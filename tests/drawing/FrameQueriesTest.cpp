@@ -147,7 +147,8 @@ TEST(FrameQueries, TheSizeTableOfTheExampleDrawingIsFoundStepByStep) {
   Site site;
   RecordingEditor editor;
   auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf"));
-  DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}};
+  MarkingState marking;
+  DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}, marking};
   FramePolygon frame = MakeFramePolygon(FrameGrid{}, 1, 1);
   Point3 base;
   ASSERT_TRUE(FindBasePoint(context, frame, base));

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Encoding.hpp"
+#include "support/CodePages.hpp"
 #include "info/AttributeIdTable.hpp"
 #include "info/BMaterialTable.hpp"
 #include "info/ChoiceLists.hpp"
@@ -13,25 +14,25 @@ using V = std::vector<Text>;
 TEST(ChoiceLists, AFileHoldingOnlyEmptyLinesFillsTheComboWithThatManyEmptyEntries) {
   TempDir dir;
   dir.Write("f.txt", "\r\n\r\n\r\n");
-  EXPECT_EQ(*ComboEntriesFromFile(dir.TextPath("f.txt")), (V{u"", u"", u""}));
+  EXPECT_EQ(*ComboEntriesFromFile(dir.TextPath("f.txt"), test::Cp932()), (V{u"", u"", u""}));
 }
 
 TEST(ChoiceLists, AnEmptyFileFillsTheComboWithASingleBlank) {
   TempDir dir;
   dir.Write("f.txt", "");
-  EXPECT_EQ(*ComboEntriesFromFile(dir.TextPath("f.txt")), (V{u" "}));
+  EXPECT_EQ(*ComboEntriesFromFile(dir.TextPath("f.txt"), test::Cp932()), (V{u" "}));
 }
 
 TEST(ChoiceLists, AMissingFileLeavesTheComboAsItIs) {
   TempDir dir;
-  EXPECT_FALSE(ComboEntriesFromFile(dir.TextPath("none.txt")));
-  EXPECT_FALSE(ComboEntriesFromFile(u""));
+  EXPECT_FALSE(ComboEntriesFromFile(dir.TextPath("none.txt"), test::Cp932()));
+  EXPECT_FALSE(ComboEntriesFromFile(u"", test::Cp932()));
 }
 
 TEST(ChoiceLists, EntriesKeepFileOrder) {
   TempDir dir;
   dir.Write("f.txt", EncodeCodePage(u"本\r\nm\r\n\r\n個", "CP932"));
-  EXPECT_EQ(*ComboEntriesFromFile(dir.TextPath("f.txt")), (V{u"本", u"m", u"", u"個"}));
+  EXPECT_EQ(*ComboEntriesFromFile(dir.TextPath("f.txt"), test::Cp932()), (V{u"本", u"m", u"", u"個"}));
 }
 
 TEST(ChoiceLists, LowerCaseASelectsTheAFilesTwoOrBSelectTheBFiles) {

@@ -32,7 +32,7 @@ TEST(InfoRecord, Records01And02And04OnlyTwoAreReadAnd04StaysUntouched) {
   ASSERT_EQ(records.size(), 2u);
   EXPECT_EQ(records[1][0].member(1), u"d");
   EXPECT_EQ(CountInfoRecords(*s.drawing, text), 2);
-  WriteInfoRecords(*s.drawing, text, records, 2);
+  ASSERT_TRUE(WriteInfoRecords(*s.drawing, text, records, 2));
   EXPECT_EQ(*s.drawing->ReadXData(text, u"TQ_STDINF04"), Lines({u"x", u"y", u"z"}));
 }
 
@@ -96,7 +96,7 @@ TEST(InfoRecord, Record2EmptiedAtWritingKeepsItsOldLinesAndRecord3IsStillWritten
   StdInfRecords records = ReadInfoRecords(*s.drawing, text, kKeys);
   records[1].clear();
   records[2][0].member(1) = u"G";
-  WriteInfoRecords(*s.drawing, text, records, 3);
+  ASSERT_TRUE(WriteInfoRecords(*s.drawing, text, records, 3));
   EXPECT_EQ(*s.drawing->ReadXData(text, u"TQ_STDINF02"), Lines({u"d", u"e", u"f"}));
   EXPECT_EQ(s.drawing->ReadXData(text, u"TQ_STDINF03")->front(), u"G,,,,,,,,,,,,,,,,,,,,,,,,");
 }
@@ -107,7 +107,7 @@ TEST(InfoRecord, SurplusCleanUpNeverRemovesTheNameNumberedAsTheCountAtOpening) {
   ObjectId text = s.Id(u"B1");
   StdInfRecords records = ReadInfoRecords(*s.drawing, text, kKeys);
   records.resize(2);
-  WriteInfoRecords(*s.drawing, text, records, 5);
+  ASSERT_TRUE(WriteInfoRecords(*s.drawing, text, records, 5));
   EXPECT_FALSE(s.drawing->ReadXData(text, u"TQ_STDINF03"));
   EXPECT_FALSE(s.drawing->ReadXData(text, u"TQ_STDINF04"));
   EXPECT_TRUE(s.drawing->ReadXData(text, u"TQ_STDINF05"));
@@ -120,7 +120,7 @@ TEST(InfoRecord, NamesHaveThreeDigitsFrom100AndReadingGoesOnPast99) {
   Scene s(TextTags("B1", "M-1", 100, 100));
   StdInfRecords records(101, CStdInfRecord(1));
   for (size_t i = 0; i < records.size(); ++i) records[i][0].member(1) = FromUtf8(std::to_string(i + 1));
-  WriteInfoRecords(*s.drawing, s.Id(u"B1"), records, 0);
+  ASSERT_TRUE(WriteInfoRecords(*s.drawing, s.Id(u"B1"), records, 0));
   StdInfRecords back = ReadInfoRecords(*s.drawing, s.Id(u"B1"), kKeys);
   ASSERT_EQ(back.size(), 101u);
   EXPECT_EQ(back[100][0].member(1), u"101");
@@ -129,7 +129,7 @@ TEST(InfoRecord, NamesHaveThreeDigitsFrom100AndReadingGoesOnPast99) {
 TEST(InfoRecord, RecordOverThePerObjectLimitIsRefusedNamingTheSheetBeforeAnythingIsWritten) {
   Scene s(TextTags("B1", EncodeCodePage(u"Ｍ－１０１", "CP932"), 100, 100) + Records({{"TQ_STDINF01", {"old"}}}));
   ObjectId text = s.Id(u"B1");
-  WriteInfoRecords(*s.drawing, text, ReadInfoRecords(*s.drawing, text, kKeys), 1);  // registered, as in a real drawing
+  ASSERT_TRUE(WriteInfoRecords(*s.drawing, text, ReadInfoRecords(*s.drawing, text, kKeys), 1));  // registered, as in a real drawing
   std::string before = s.drawing->document().Serialize();
   StdInfRecords records(2);
   records[0].resize(3);
@@ -137,12 +137,10 @@ TEST(InfoRecord, RecordOverThePerObjectLimitIsRefusedNamingTheSheetBeforeAnythin
   CStdInfRow big;
   big.member(2) = Text(200, u'x');
   records[1].assign(60, big);
-  try {
-    WriteInfoRecords(*s.drawing, text, records, 1);
-    FAIL() << "the records were written";
-  } catch (const std::runtime_error& e) {
-    EXPECT_NE(std::string(e.what()).find("M-101"), std::string::npos) << e.what();
-  }
+  Status written = WriteInfoRecords(*s.drawing, text, records, 1);
+  ASSERT_FALSE(written) << "the records were written";
+  EXPECT_EQ(written.error().code, ErrorCode::TooLarge);
+  EXPECT_NE(written.error().Describe().find("M-101"), std::string::npos) << written.error().Describe();
   EXPECT_EQ(*s.drawing->ReadXData(text, u"TQ_STDINF01"), Lines({u"old,,,,,,,,,,,,,,,,,,,,,,,,"}));
   EXPECT_FALSE(s.drawing->ReadXData(text, u"TQ_STDINF02"));
   EXPECT_EQ(s.drawing->document().Serialize(), before);
@@ -152,7 +150,7 @@ TEST(InfoRecord, ALineLongerThanOneStringIsSplitAndJoinedAgainOnReading) {
   Scene s(TextTags("B1", "M-1", 100, 100));
   StdInfRecords records(1, CStdInfRecord(3));
   for (int m = 1; m <= 25; ++m) records[0][2].member(m) = Text(12, u'配');  // 25 × 24 bytes in CP932
-  WriteInfoRecords(*s.drawing, s.Id(u"B1"), records, 0);
+  ASSERT_TRUE(WriteInfoRecords(*s.drawing, s.Id(u"B1"), records, 0));
   std::string saved = s.drawing->document().Serialize();
   EXPECT_NE(saved.find("1002\n{\n"), std::string::npos);
   auto reopened = std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(saved, false), "r.dxf");

@@ -26,7 +26,7 @@ TEST(InfoRecordInterop, RecordsWeWriteAreReadByEzdxfLineForLine) {
           records[r][l].member(m) = m == 6 ? Text(u"スパイラルダクト") : FromUtf8(std::to_string(r * 100 + l * 10 + static_cast<size_t>(m)));
     }
     records[2][3].member(14) = Text(150, u'仕');  // a line longer than one string may hold
-    WriteInfoRecords(*drawing, sheet, records, CountInfoRecords(*drawing, sheet));
+    ASSERT_TRUE(WriteInfoRecords(*drawing, sheet, records, CountInfoRecords(*drawing, sheet)));
     drawing->Save();
     RunResult r = RunEzdxfTool("read " + path.string());
     ASSERT_EQ(r.status, 0) << r.out;

@@ -3,6 +3,7 @@
 #include "base/Encoding.hpp"
 #include "output/EncodedWriter.hpp"
 #include "output/OutputLines.hpp"
+#include "support/CodePages.hpp"
 #include "support/TakeoffFixture.hpp"
 #include "support/TempDir.hpp"
 
@@ -14,14 +15,22 @@ namespace {
 
 const ReferenceTables kTables = SampleTables();
 
-V Build(const OutputFormat& f, const TakeoffData& data, bool aggregate, int separator = 0, TextView category = u"") {
+Result<V> TryBuild(const OutputFormat& f, const TakeoffData& data, bool aggregate,
+                   SeparatorKind separator = SeparatorKind::Comma, TextView category = u"") {
   return OutputBuilder(f, kTables).Build(data, aggregate, separator, category);
+}
+
+V Build(const OutputFormat& f, const TakeoffData& data, bool aggregate, SeparatorKind separator = SeparatorKind::Comma,
+        TextView category = u"") {
+  Result<V> built = TryBuild(f, data, aggregate, separator, category);
+  EXPECT_TRUE(built) << built.error().Describe();
+  return built ? *built : V();
 }
 
 // The bytes WriteOutputFile writes for these lines.
 std::string FileBytes(const V& lines) {
   TempDir dir;
-  EXPECT_TRUE(WriteOutputFile(dir / "out.txt", lines));
+  EXPECT_TRUE(WriteOutputFile(dir / "out.txt", lines, Cp932()));
   return dir.Read("out.txt");
 }
 
@@ -77,9 +86,9 @@ TEST(OutputLines, Field15HoldingZeroOrEmptySkipsTheRowInEveryMode) {
 
 TEST(OutputLines, AnOutputCategoryWithALowerCaseABeforeTheMaterialSelectsAMaterialOnly) {
   TakeoffData data{{RecordOf({u"h", u"h", u"X-1,,,A,,,,,,,,,,,1", u"1,,,,,,,,,,,,,,2"})}};
-  EXPECT_EQ(Build(kFormat, data, false, 0, u"a材"), (V{u"HS001,HS304,HSNET,", u"X-1,1.0, ,"}));
-  EXPECT_EQ(Build(kFormat, data, false, 0, u"B材"), (V{u"HS001,HS304,HSNET,", u"X-1,2.0, ,"}));
-  EXPECT_EQ(Build(kFormat, data, false, 0, u"全て").size(), 3u);
+  EXPECT_EQ(Build(kFormat, data, false, SeparatorKind::Comma, u"a材"), (V{u"HS001,HS304,HSNET,", u"X-1,1.0, ,"}));
+  EXPECT_EQ(Build(kFormat, data, false, SeparatorKind::Comma, u"B材"), (V{u"HS001,HS304,HSNET,", u"X-1,2.0, ,"}));
+  EXPECT_EQ(Build(kFormat, data, false, SeparatorKind::Comma, u"全て").size(), 3u);
 }
 
 TEST(OutputLines, SSL0OfAnEmptyDimensionGives0AndSMATOfAnEmptyMaterialGivesABlank) {
@@ -147,8 +156,10 @@ TEST(OutputLines, MergedRowsKeepTheOrderOfTheirFirstLine) {
 
 TEST(OutputLines, AnAggregateFormatOfFewerThan16ColumnsIsAnError) {
   TakeoffData data{{RecordOf({u"h", u"h", u"X-1,,,A,,,,,,,,,,,1", u"1"})}};
-  EXPECT_THROW(Build(kFormat, data, true), OutputFormatError);
-  EXPECT_NO_THROW(Build(kFormat, data, false));
+  Result<V> aggregate = TryBuild(kFormat, data, true);
+  ASSERT_FALSE(aggregate);
+  EXPECT_NE(aggregate.error().Describe().find("at least 16"), std::string::npos);
+  EXPECT_TRUE(TryBuild(kFormat, data, false));
 }
 
 TEST(OutputLines, NoTakeoffDataGivesNothingNotEvenTheHeader) { EXPECT_TRUE(Build(kFormat, {}, false).empty()); }
@@ -162,5 +173,5 @@ TEST(OutputLines, UnitsFromLine3OrTheLargestOfAllLines) {
 
 TEST(OutputLines, RecordsAreOutputFromTheLastToTheFirstAndTheSymbolComesFromLine2) {
   TakeoffData data{{RecordOf({u"h", u"h", u"A-1,,,A,,,,,,,,,,,1", u"1"}), RecordOf({u"h", u"h", u"B-1,,,A,,,,,,,,,,,2", u"1,,,A,,,,,,,,,,,3"})}};
-  EXPECT_EQ(Build(kFormat, data, false, 2), (V{u"HS001\tHS304\tHSNET\t", u"B-1\t2.0\t \t", u"B-1\t3.0\t \t", u"A-1\t1.0\t \t"}));
+  EXPECT_EQ(Build(kFormat, data, false, SeparatorKind::Tab), (V{u"HS001\tHS304\tHSNET\t", u"B-1\t2.0\t \t", u"B-1\t3.0\t \t", u"A-1\t1.0\t \t"}));
 }

@@ -3,6 +3,7 @@
 #include "base/Encoding.hpp"
 #include "output/EncodedWriter.hpp"
 #include "output/FileOutput.hpp"
+#include "support/CodePages.hpp"
 #include "support/FakeHost.hpp"
 #include "support/TempDir.hpp"
 
@@ -13,7 +14,7 @@ namespace {
 std::string Written(TextView text, int mode, WriteOptions options = {}, int* result = nullptr) {
   TempDir dir;
   std::FILE* f = std::fopen((dir / "w.bin").string().c_str(), "wb");
-  int r = WriteEncodedText(f, text, mode, options);
+  int r = CharacterWriter(Cp932()).Write(f, text, mode, options);
   std::fclose(f);
   if (result) *result = r;
   return dir.Read("w.bin");
@@ -54,18 +55,20 @@ TEST(Writer, ResultsAsAsked) {
 
 TEST(Writer, OutputFileInTheSystemCodePageWithCrLfAndNoByteOrderMark) {
   TempDir dir;
-  ASSERT_TRUE(WriteOutputFile(dir / "o.txt", {u"記号,数量,", u"AC-1,3.0,"}));
+  ASSERT_TRUE(WriteOutputFile(dir / "o.txt", {u"記号,数量,", u"AC-1,3.0,"}, Cp932()));
   EXPECT_EQ(dir.Read("o.txt"), EncodeCodePage(u"記号,数量,\r\nAC-1,3.0,\r\n", "CP932"));
-  EXPECT_FALSE(WriteOutputFile("", {u"x"}));
-  EXPECT_FALSE(WriteOutputFile(dir / "no" / "o.txt", {u"x"}));
+  EXPECT_FALSE(WriteOutputFile("", {u"x"}, Cp932()));
+  Status missingFolder = WriteOutputFile(dir / "no" / "o.txt", {u"x"}, Cp932());
+  ASSERT_FALSE(missingFolder);
+  EXPECT_NE(missingFolder.error().Describe().find("o.txt"), std::string::npos);
 }
 
 TEST(FileOutput, DefaultFileNames) {
-  EXPECT_EQ(DefaultOutputName(u"C:\\work\\plan.dwg", 0), u"C:\\work\\plan");
-  EXPECT_EQ(DefaultOutputName(u"C:\\work\\plan.backup.dwg", 1), u"C:\\work\\plan.backup");
-  EXPECT_EQ(DefaultOutputName(u"C:\\work\\plan.dwgx", 0), u"C:\\work\\planx");
-  EXPECT_EQ(DefaultOutputName(u"/work/plan.dxf", 2), u"/work/plan_CI-NETコード");
-  EXPECT_EQ(DefaultOutputName(u".dwg", 0), u".dwg");
+  EXPECT_EQ(DefaultOutputName(u"C:\\work\\plan.dwg", OutputKind::List), u"C:\\work\\plan");
+  EXPECT_EQ(DefaultOutputName(u"C:\\work\\plan.backup.dwg", OutputKind::Aggregate), u"C:\\work\\plan.backup");
+  EXPECT_EQ(DefaultOutputName(u"C:\\work\\plan.dwgx", OutputKind::List), u"C:\\work\\planx");
+  EXPECT_EQ(DefaultOutputName(u"/work/plan.dxf", OutputKind::Cinet), u"/work/plan_CI-NETコード");
+  EXPECT_EQ(DefaultOutputName(u".dwg", OutputKind::List), u".dwg");
 }
 
 TEST(FileOutput, FirstUseWithNoFilesStartsWithListTabAndTheFirstCategoryAndRemembersThem) {
@@ -74,12 +77,12 @@ TEST(FileOutput, FirstUseWithNoFilesStartsWithListTabAndTheFirstCategoryAndRemem
   dir.Write("Velum.ini", EncodeCodePage(u"[環境設定]\r\nｼｽﾃﾑ=system\r\n", "CP932"));
   dir.Write("system/Addin/標準図/出力区分.txt", EncodeCodePage(u"全て\r\nA材\r\n", "CP932"));
   FakeHost host(dir.TextPath("Velum.ini"));
-  Folders folders(host);
+  Folders folders(host, host.codePage());
   FileOutputChoices first = InitialChoices(folders);
-  EXPECT_EQ(first.outputKind, 0);
-  EXPECT_EQ(first.separatorKind, 2);
+  EXPECT_EQ(first.outputKind, OutputKind::List);
+  EXPECT_EQ(first.separatorKind, SeparatorKind::Tab);
   EXPECT_EQ(first.category, u"全て");
-  ASSERT_TRUE(WriteLastValues(folders.AddinDataFile(u"ファイル出力前回値.dat"), first));
+  ASSERT_TRUE(WriteLastValues(LastValuesFile(folders), first, folders.codePage()));
   EXPECT_EQ(dir.Read("system/Addin/標準図/ファイル出力前回値.dat"), EncodeCodePage(u"0\r\n2\r\n全て\r\n", "CP932"));
   FileOutputChoices again = InitialChoices(folders);
   EXPECT_EQ(again.category, u"全て");
@@ -88,27 +91,28 @@ TEST(FileOutput, FirstUseWithNoFilesStartsWithListTabAndTheFirstCategoryAndRemem
 TEST(FileOutput, AShortLastValuesFileGivesTheValuesReadSoFar) {
   TempDir dir;
   dir.Write("v.dat", "1\n");
-  std::optional<FileOutputChoices> v = ReadLastValues(dir.TextPath("v.dat"));
+  std::optional<FileOutputChoices> v = ReadLastValues(dir.TextPath("v.dat"), Cp932());
   ASSERT_TRUE(v);
-  EXPECT_EQ(v->outputKind, 1);
-  EXPECT_EQ(v->separatorKind, 2);
+  EXPECT_EQ(v->outputKind, OutputKind::Aggregate);
+  EXPECT_EQ(v->separatorKind, SeparatorKind::Tab);
   EXPECT_EQ(v->category, u"");
-  EXPECT_FALSE(ReadLastValues(dir.TextPath("none.dat")));
+  EXPECT_FALSE(ReadLastValues(dir.TextPath("none.dat"), Cp932()));
 }
 
 TEST(FileOutput, WithNoTakeoffDataNothingIsWritten) {
   TempDir dir;
   dir.Write("Velum.ini", "");
   FakeHost host(dir.TextPath("Velum.ini"));
-  Folders folders(host);
+  Folders folders(host, host.codePage());
   std::vector<Text> lines;
   bool asked = false;
-  OutputResult r = OutputTakeoff({}, ReferenceTables(), folders, {0, 2, u""}, u"plan.dxf", lines,
+  Result<OutputResult> r = OutputTakeoff({}, ReferenceTables(), folders, {OutputKind::List, SeparatorKind::Tab, u""}, u"plan.dxf", lines,
                                  [&](TextView) -> std::optional<std::filesystem::path> {
                                    asked = true;
                                    return dir / "x.txt";
                                  });
-  EXPECT_FALSE(r.written);
+  ASSERT_TRUE(r);
+  EXPECT_EQ(r->outcome, OutputResult::Outcome::NothingToOutput);
   EXPECT_FALSE(asked);
 }
 
@@ -116,15 +120,16 @@ TEST(FileOutput, TheCinetCodeFileReusesTheLastBuild) {
   TempDir dir;
   dir.Write("Velum.ini", "");
   FakeHost host(dir.TextPath("Velum.ini"));
-  Folders folders(host);
+  Folders folders(host, host.codePage());
   std::vector<Text> lines{u"built,before,"};
   Text asked;
-  OutputResult r = OutputTakeoff({}, ReferenceTables(), folders, {2, 0, u""}, u"/w/plan.dxf", lines,
+  Result<OutputResult> r = OutputTakeoff({}, ReferenceTables(), folders, {OutputKind::Cinet, SeparatorKind::Comma, u""}, u"/w/plan.dxf", lines,
                                  [&](TextView name) -> std::optional<std::filesystem::path> {
                                    asked = Text(name);
                                    return dir / "c.txt";
                                  });
-  EXPECT_TRUE(r.written);
+  ASSERT_TRUE(r);
+  EXPECT_EQ(r->outcome, OutputResult::Outcome::Written);
   EXPECT_EQ(asked, u"/w/plan_CI-NETコード");
   EXPECT_EQ(dir.Read("c.txt"), "built,before,\r\n");
 }

@@ -27,7 +27,7 @@ TEST(TqstdLocate, FramePolygonAndSheetNumberText) {
 }
 
 TEST(TqstdLocate, PointOutsideTheGridPrintsTheMainDialogsMessage) {
-  auto r = RunTqstd("locate '" + kExample + "' 90000 1000" + kIni);
+  auto r = RunTqstd("locate '" + kExample + "' 200000 1000" + kIni);
   EXPECT_EQ(r.status, 0);
   EXPECT_EQ(r.out, "\nError:標準図枠の範囲外です。\n");
 }

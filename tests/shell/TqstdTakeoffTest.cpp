@@ -84,8 +84,8 @@ TEST(TqstdTakeoff, NothingWrittenWithoutInformation) {
 
 TEST(TqstdTakeoff, AnAggregateOfAFormatOfFewerThan16ColumnsIsReportedAndWritesNoFile) {
   SiteCopy copy;
-  WriteFileBytes(copy.site / u8"system/Addin/標準図/標準図用出力フォーマット.csv",
-                 EncodeCodePage(u"見出し,記号,数量,,\r\nコード,S001,S304,,\r\n", "CP932"));
+  ASSERT_TRUE(WriteFileBytes(copy.site / u8"system/Addin/標準図/標準図用出力フォーマット.csv",
+                             EncodeCodePage(u"見出し,記号,数量,,\r\nコード,S001,S304,,\r\n", "CP932")));
   auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind aggregate -o " + Quoted(copy.dir / "a.txt"));
   EXPECT_EQ(r.status, 1) << r.out;
   EXPECT_NE(r.out.find("at least 16"), std::string::npos) << r.out;

@@ -26,7 +26,7 @@ struct Site {
                                               std::u16string(withDataFolder ? u"data" : u"") + u"\r\n", "CP932"));
     if (!settingsText.empty()) dir.Write("data/標準図設定.ini", EncodeCodePage(settingsText, "CP932"));
     host = std::make_unique<FakeHost>(dir.TextPath("Velum.ini"));
-    folders = std::make_unique<Folders>(*host);
+    folders = std::make_unique<Folders>(*host, host->codePage());
     settings = std::make_unique<StdSettings>(*folders);
   }
 };
@@ -36,7 +36,7 @@ class RecordingEditor : public Editor {
   std::deque<PickResult> points;
   Text printed;
   int prompts = 0, waitBegun = 0, waitEnded = 0, displayUpdates = 0;
-  std::function<void()> onWaitCursor;
+  std::function<void()> onWaitCursor, onDisplayUpdate;
 
   void ActivateDrawingWindow() override {}
   PickResult GetPoint(TextView prompt) override {
@@ -48,7 +48,10 @@ class RecordingEditor : public Editor {
     return r;
   }
   void Print(TextView text) override { printed += text; }
-  void UpdateDisplay() override { ++displayUpdates; }
+  void UpdateDisplay() override {
+    ++displayUpdates;
+    if (onDisplayUpdate) onDisplayUpdate();
+  }
   void BeginWaitCursor() override {
     ++waitBegun;
     if (onWaitCursor) onWaitCursor();
@@ -66,14 +69,18 @@ struct Scene {
   RecordingEditor editor;
   std::unique_ptr<dxf::DxfDrawing> drawing;
   std::unique_ptr<DrawingContext> context;
+  MarkingState marking;
 
   explicit Scene(const Tags& entities, const std::u16string& settingsText = u"", bool withDataFolder = true)
       : site(settingsText, withDataFolder), drawing(DrawingOf(entities)) {
     LayerSettings layers = site.settings->LoadLayerSettings().value_or(LayerSettings{u"5", u"4"});
-    context = std::make_unique<DrawingContext>(DrawingContext{*drawing, editor, *site.settings, layers});
+    context = std::make_unique<DrawingContext>(DrawingContext{*drawing, editor, *site.settings, layers, marking});
   }
   ObjectId Id(const std::u16string& handle) const { return drawing->FindHandle(handle); }
 };
+
+// Extended data of one application holding one line.
+inline Tags Record(const std::string& app, const std::string& line) { return {{1001, app}, {1000, line}}; }
 
 inline Tags PointTags(const std::string& handle, double x, double y, const std::string& layer) {
   return {{0, "POINT"}, {5, handle}, {8, layer}, {10, std::to_string(x)}, {20, std::to_string(y)}, {30, "0.0"}};

@@ -2,6 +2,7 @@
 // A folder of its own for each test, removed afterwards.
 #include <filesystem>
 #include <random>
+#include <stdexcept>
 #include <string>
 
 #include "base/Paths.hpp"
@@ -33,7 +34,9 @@ class TempDir {
 
   const std::filesystem::path& path() const { return path_; }
   std::filesystem::path operator/(const std::string& name) const { return path_ / std::filesystem::path(std::u8string(name.begin(), name.end())); }
-  void Write(const std::string& name, std::string_view bytes) const { WriteFileBytes(*this / name, bytes); }
+  void Write(const std::string& name, std::string_view bytes) const {
+    if (Status written = WriteFileBytes(*this / name, bytes); !written) throw std::runtime_error(written.error().Describe());
+  }
   std::string Read(const std::string& name) const { return ReadFileBytes(*this / name).value_or("<missing>"); }
   Text TextPath(const std::string& name) const { return FromFsPath(*this / name); }
 

@@ -26,7 +26,7 @@ struct Installation {
     dir.Write("system/拾い/工事区分コードテーブル.csv", EncodeCodePage(u"給水設備,21\r\n", "CP932"));
     dir.Write("system/Addin/標準図/標準図用B材設定.csv", EncodeCodePage(u"吊りボルト,,SS400,M10,本,32010101000000\r\n", "CP932"));
     host = std::make_unique<FakeHost>(dir.TextPath("Velum.ini"), exportsConfigData);
-    folders = std::make_unique<Folders>(*host);
+    folders = std::make_unique<Folders>(*host, host->codePage());
   }
 };
 

@@ -133,7 +133,7 @@ TEST(TakeoffRows, WithOneRecordPerEntityRegisterWritesEveryLineUnder01WithTheSho
   ReferenceTables t = SampleTables();
   TakeoffData data = CollectTakeoffRows(*s.drawing, {s.Id(u"B1")});
   CopyBack(data, FillTakeoffList(data, TakeoffRules(t)));
-  RegisterTakeoff(*s.drawing, data);
+  ASSERT_TRUE(RegisterTakeoff(*s.drawing, data));
   XDataLines lines = *s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF01");
   ASSERT_EQ(lines.size(), 3u);
   EXPECT_EQ(lines[0], u"h1,,,,,,,,,,,,,,,,,,,,,,,,");
@@ -145,7 +145,7 @@ TEST(TakeoffRows, WithTwoRecordsPerEntityTheRecordsSwapTheirNumbersOnRegister) {
                                                  {1000, "two"}, {1000, "2"}});
   ReferenceTables t = SampleTables();
   TakeoffData data = CollectTakeoffRows(*s.drawing, {s.Id(u"B1")});
-  RegisterTakeoff(*s.drawing, data);
+  ASSERT_TRUE(RegisterTakeoff(*s.drawing, data));
   EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF01")->front(), u"two,,,,,,,,,,,,,,,,,,,,,,,,");
   EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF02")->front(), u"one,,,,,,,,,,,,,,,,,,,,,,,,");
 }

@@ -1,0 +1,85 @@
+#include "dialog/StyleNames.hpp"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tq::dialog {
+namespace {
+
+struct Named {
+  std::u16string_view name;
+  uint32_t value;
+};
+
+// Values as the Windows headers (winuser.h, commctrl.h) define them.
+constexpr Named kStyles[] = {
+    // Windows.
+    {u"WS_OVERLAPPED", 0x00000000}, {u"WS_POPUP", 0x80000000}, {u"WS_CHILD", 0x40000000},
+    {u"WS_MINIMIZE", 0x20000000}, {u"WS_VISIBLE", 0x10000000}, {u"WS_DISABLED", 0x08000000},
+    {u"WS_CLIPSIBLINGS", 0x04000000}, {u"WS_CLIPCHILDREN", 0x02000000}, {u"WS_MAXIMIZE", 0x01000000},
+    {u"WS_CAPTION", 0x00C00000}, {u"WS_BORDER", 0x00800000}, {u"WS_DLGFRAME", 0x00400000},
+    {u"WS_VSCROLL", 0x00200000}, {u"WS_HSCROLL", 0x00100000}, {u"WS_SYSMENU", 0x00080000},
+    {u"WS_THICKFRAME", 0x00040000}, {u"WS_GROUP", 0x00020000}, {u"WS_TABSTOP", 0x00010000},
+    {u"WS_MINIMIZEBOX", 0x00020000}, {u"WS_MAXIMIZEBOX", 0x00010000},
+    {u"WS_POPUPWINDOW", 0x80880000}, {u"WS_OVERLAPPEDWINDOW", 0x00CF0000},
+    // Extended window styles.
+    {u"WS_EX_DLGMODALFRAME", 0x00000001}, {u"WS_EX_NOPARENTNOTIFY", 0x00000004},
+    {u"WS_EX_TOPMOST", 0x00000008}, {u"WS_EX_ACCEPTFILES", 0x00000010},
+    {u"WS_EX_TRANSPARENT", 0x00000020}, {u"WS_EX_TOOLWINDOW", 0x00000080},
+    {u"WS_EX_WINDOWEDGE", 0x00000100}, {u"WS_EX_CLIENTEDGE", 0x00000200},
+    {u"WS_EX_CONTEXTHELP", 0x00000400}, {u"WS_EX_RIGHT", 0x00001000},
+    {u"WS_EX_CONTROLPARENT", 0x00010000}, {u"WS_EX_STATICEDGE", 0x00020000},
+    {u"WS_EX_APPWINDOW", 0x00040000},
+    // Dialogs.
+    {u"DS_ABSALIGN", 0x0001}, {u"DS_SYSMODAL", 0x0002}, {u"DS_3DLOOK", 0x0004},
+    {u"DS_FIXEDSYS", 0x0008}, {u"DS_NOFAILCREATE", 0x0010}, {u"DS_LOCALEDIT", 0x0020},
+    {u"DS_SETFONT", 0x0040}, {u"DS_MODALFRAME", 0x0080}, {u"DS_NOIDLEMSG", 0x0100},
+    {u"DS_SETFOREGROUND", 0x0200}, {u"DS_CONTROL", 0x0400}, {u"DS_CENTER", 0x0800},
+    {u"DS_CENTERMOUSE", 0x1000}, {u"DS_CONTEXTHELP", 0x2000}, {u"DS_SHELLFONT", 0x0048},
+    // Buttons.
+    {u"BS_PUSHBUTTON", 0x0000}, {u"BS_DEFPUSHBUTTON", 0x0001}, {u"BS_CHECKBOX", 0x0002},
+    {u"BS_AUTOCHECKBOX", 0x0003}, {u"BS_RADIOBUTTON", 0x0004}, {u"BS_3STATE", 0x0005},
+    {u"BS_AUTO3STATE", 0x0006}, {u"BS_GROUPBOX", 0x0007}, {u"BS_AUTORADIOBUTTON", 0x0009},
+    {u"BS_OWNERDRAW", 0x000B}, {u"BS_LEFTTEXT", 0x0020}, {u"BS_TEXT", 0x0000},
+    {u"BS_LEFT", 0x0100}, {u"BS_RIGHT", 0x0200}, {u"BS_CENTER", 0x0300}, {u"BS_TOP", 0x0400},
+    {u"BS_BOTTOM", 0x0800}, {u"BS_VCENTER", 0x0C00}, {u"BS_PUSHLIKE", 0x1000},
+    {u"BS_MULTILINE", 0x2000}, {u"BS_NOTIFY", 0x4000}, {u"BS_FLAT", 0x8000},
+    // Edits.
+    {u"ES_LEFT", 0x0000}, {u"ES_CENTER", 0x0001}, {u"ES_RIGHT", 0x0002}, {u"ES_MULTILINE", 0x0004},
+    {u"ES_UPPERCASE", 0x0008}, {u"ES_LOWERCASE", 0x0010}, {u"ES_PASSWORD", 0x0020},
+    {u"ES_AUTOVSCROLL", 0x0040}, {u"ES_AUTOHSCROLL", 0x0080}, {u"ES_NOHIDESEL", 0x0100},
+    {u"ES_OEMCONVERT", 0x0400}, {u"ES_READONLY", 0x0800}, {u"ES_WANTRETURN", 0x1000},
+    {u"ES_NUMBER", 0x2000},
+    // Statics.
+    {u"SS_LEFT", 0x0000}, {u"SS_CENTER", 0x0001}, {u"SS_RIGHT", 0x0002}, {u"SS_ICON", 0x0003},
+    {u"SS_BLACKRECT", 0x0004}, {u"SS_GRAYRECT", 0x0005}, {u"SS_WHITERECT", 0x0006},
+    {u"SS_BLACKFRAME", 0x0007}, {u"SS_GRAYFRAME", 0x0008}, {u"SS_WHITEFRAME", 0x0009},
+    {u"SS_SIMPLE", 0x000B}, {u"SS_LEFTNOWORDWRAP", 0x000C}, {u"SS_ETCHEDHORZ", 0x0010},
+    {u"SS_ETCHEDVERT", 0x0011}, {u"SS_ETCHEDFRAME", 0x0012}, {u"SS_NOPREFIX", 0x0080},
+    {u"SS_NOTIFY", 0x0100}, {u"SS_CENTERIMAGE", 0x0200}, {u"SS_SUNKEN", 0x1000},
+    {u"SS_ENDELLIPSIS", 0x4000}, {u"SS_PATHELLIPSIS", 0x8000}, {u"SS_WORDELLIPSIS", 0xC000},
+    // Combo boxes.
+    {u"CBS_SIMPLE", 0x0001}, {u"CBS_DROPDOWN", 0x0002}, {u"CBS_DROPDOWNLIST", 0x0003},
+    {u"CBS_OWNERDRAWFIXED", 0x0010}, {u"CBS_OWNERDRAWVARIABLE", 0x0020},
+    {u"CBS_AUTOHSCROLL", 0x0040}, {u"CBS_OEMCONVERT", 0x0080}, {u"CBS_SORT", 0x0100},
+    {u"CBS_HASSTRINGS", 0x0200}, {u"CBS_NOINTEGRALHEIGHT", 0x0400},
+    {u"CBS_DISABLENOSCROLL", 0x0800}, {u"CBS_UPPERCASE", 0x2000}, {u"CBS_LOWERCASE", 0x4000},
+    // List views.
+    {u"LVS_ICON", 0x0000}, {u"LVS_REPORT", 0x0001}, {u"LVS_SMALLICON", 0x0002},
+    {u"LVS_LIST", 0x0003}, {u"LVS_SINGLESEL", 0x0004}, {u"LVS_SHOWSELALWAYS", 0x0008},
+    {u"LVS_SORTASCENDING", 0x0010}, {u"LVS_SORTDESCENDING", 0x0020},
+    {u"LVS_SHAREIMAGELISTS", 0x0040}, {u"LVS_NOLABELWRAP", 0x0080},
+    {u"LVS_AUTOARRANGE", 0x0100}, {u"LVS_EDITLABELS", 0x0200}, {u"LVS_OWNERDRAWFIXED", 0x0400},
+    {u"LVS_ALIGNTOP", 0x0000}, {u"LVS_ALIGNLEFT", 0x0800}, {u"LVS_OWNERDATA", 0x1000},
+    {u"LVS_NOSCROLL", 0x2000}, {u"LVS_NOCOLUMNHEADER", 0x4000}, {u"LVS_NOSORTHEADER", 0x8000},
+};
+
+}  // namespace
+
+std::optional<uint32_t> StyleValue(TextView name) {
+  auto it = std::find_if(std::begin(kStyles), std::end(kStyles), [&](const Named& n) { return n.name == name; });
+  if (it == std::end(kStyles)) return std::nullopt;
+  return it->value;
+}
+
+}  // namespace tq::dialog

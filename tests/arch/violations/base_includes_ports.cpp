@@ -1,0 +1,2 @@
+// The base knows nothing of drawings: this include must not compile.
+#include "ports/Drawing.hpp"

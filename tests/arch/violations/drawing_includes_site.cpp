@@ -1,0 +1,2 @@
+// What a layer may use compiles: the control case of the layering test.
+#include "site/Settings.hpp"
