@@ -8,7 +8,7 @@ TQSTD  := $(BUILD)/hosts/tqstd
 SITE   := examples/site
 WERROR := $(if $(filter true,$(CI)),ON,OFF)
 
-.PHONY: deps configure build demo test asan bench fuzz clean windows windows-test
+.PHONY: deps configure build demo test asan tsan bench fuzz clean windows windows-test
 FUZZ_SECONDS ?= 60
 
 deps:
@@ -29,12 +29,18 @@ demo: build
 	$(TQSTD) --ini $(DEMO)/site/Velum.ini takeoff $(DEMO)/site/drawings/設備標準図.dxf --kind aggregate --separator comma -o $(DEMO)/集計.txt
 	@echo "--- the first lines of $(DEMO)/集計.txt (CP932, shown in UTF-8) ---"
 	@iconv -f CP932 -t UTF-8 $(DEMO)/集計.txt | head -12
+	@echo "--- 拾い確認 scripted (examples/scripts/拾い確認_集計と登録.txt): the end of its transcript ---"
+	cd $(DEMO) && $(abspath $(TQSTD)) --ini site/Velum.ini script site/drawings/設備標準図.dxf $(abspath examples/scripts/拾い確認_集計と登録.txt) | tail -9
 
 test: build
 	ctest --preset $(PRESET)
 
 asan:
 	$(MAKE) test PRESET=asan
+
+# The unit tests under ThreadSanitizer: reads of one drawing from several threads among them.
+tsan:
+	$(MAKE) test PRESET=tsan
 
 fuzz: deps
 	cmake --preset fuzz -DTQ_WERROR=$(WERROR)
@@ -46,7 +52,9 @@ bench:
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
+	./bench/run_collect.sh build/release
 	./bench/run_script.sh build/release
+	./bench/run_calc.sh build/release
 
 # Windows: built with MinGW-w64, statically, and tested under Wine (no display needed).
 WINDOWS := build/windows

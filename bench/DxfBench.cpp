@@ -55,14 +55,14 @@ int main(int argc, char** argv) {
   if (mode == "open") {
     if (argc > 3) repeat = std::stoi(argv[3]);
     size_t records = 0;
-    double t = Best(repeat, [&] { records = tq::dxf::Document::LoadFile(file)->records().size(); });
+    double t = Best(repeat, [&] { records = tq::dxf::Document::ReadFile(file).value()->records().size(); });
     std::printf("open %.4f s, %zu entities, peak %ld kB\n", t, records, PeakKb());
     return 0;
   }
   if (mode == "save") {
     if (argc < 4) return 2;
     if (argc > 4) repeat = std::stoi(argv[4]);
-    auto doc = tq::dxf::Document::LoadFile(file);
+    auto doc = tq::dxf::Document::ReadFile(file).value();
     double t = Best(repeat, [&] { doc->Save(argv[3]); });
     std::printf("save %.4f s\n", t);
     return 0;

@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
   }
   if (mode == "load") {
     // The time to load the drawing, as a process like tqstd's: the yardstick of the commands.
-    auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf");
+    auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf").value();
     return drawing->document().records().empty() ? 1 : 0;
   }
   if (mode != "mark") return 2;
@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
   std::ostringstream sink;
   tq::ConsoleEditor editor(sink);
   auto start = Clock::now();
-  auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf");
+  auto drawing = tq::dxf::DxfDrawing::Open(dir / "frames.dxf").value();
   double load = Since(start);
   tq::MarkingState marking;
   tq::DrawingContext context{*drawing, editor, settings, *settings.LoadLayerSettings(), marking};

@@ -7,13 +7,19 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::string bytes(reinterpret_cast<const char*>(data), size);
-  try {
-    tq::dxf::Document::Load(bytes, false);
-  } catch (const std::exception&) {
+  // A strict read succeeds or names the line it stopped at; the recover read lists a problem
+  // exactly when the strict read failed.
+  tq::Result<std::unique_ptr<tq::dxf::Document>> strict = tq::dxf::Document::Read(bytes);
+  if (!strict && strict.error().code == tq::ErrorCode::Malformed && strict.error().line == 0) __builtin_trap();
+  tq::Result<tq::dxf::Recovered> recovered = tq::dxf::Document::Recover(bytes);
+  if (!recovered) {
+    if (strict) __builtin_trap();
+    return 0;
   }
-  std::vector<tq::dxf::Problem> problems;
-  try {
-    tq::dxf::DxfDrawing drawing(tq::dxf::Document::Load(bytes, true, &problems), "fuzz.dxf");
+  if (recovered->problems.empty() != strict.ok()) __builtin_trap();
+  {
+    // Nothing here throws for any input: an exception is a finding.
+    tq::dxf::DxfDrawing drawing(std::move(recovered->document), "fuzz.dxf");
     // The tags noted while loading are the tags of the entity's bytes read again.
     const tq::dxf::Document& doc = drawing.document();
     std::vector<tq::dxf::Tag> noted, read;
@@ -36,7 +42,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       drawing.WriteXData(id, u"TQ_STDCHECK", {u"256"});
     }
     drawing.document().Serialize();
-  } catch (const std::exception&) {
   }
   return 0;
 }

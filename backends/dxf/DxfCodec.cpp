@@ -1,6 +1,8 @@
 #include "dxf/DxfCodec.hpp"
 
+#include <cctype>
 #include <cstdio>
+#include <utility>
 
 namespace tq::dxf {
 
@@ -83,28 +85,60 @@ Text DecodeEscapes(Text text) {
 std::string IcuNameOfDwgCodePage(std::string_view dwgCodePage) {
   std::string upper;
   for (char c : dwgCodePage) upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  if (upper.starts_with("ANSI_")) {
-    std::string number = upper.substr(5);
-    if (number == "932") return "windows-31j";
-    if (number == "1361") return "ibm-1363";
-    return "windows-" + number;
-  }
-  return "windows-1252";
+  auto number = [&](std::string_view prefix) { return upper.starts_with(prefix) ? upper.substr(prefix.size()) : std::string(); };
+  // The Windows (ANSI) and DOS (OEM) code pages by number: the double-byte ones are the same
+  // in both; the DOS single-byte ones are IBM's.
+  auto byNumber = [](const std::string& n, bool dos) -> std::string {
+    if (n.empty() || n.find_first_not_of("0123456789") != std::string::npos) return {};
+    if (n == "932") return "windows-31j";
+    if (n == "936" || n == "949" || n == "950") return "windows-" + n;
+    if (n == "1361") return "ibm-1363";
+    if (dos) return "ibm-" + n;
+    if (n == "874" || (n.size() == 4 && n.starts_with("125"))) return "windows-" + n;
+    return {};
+  };
+  if (std::string n = number("ANSI_"); !n.empty()) return byNumber(n, false);
+  if (std::string n = number("DOS"); !n.empty()) return byNumber(n, true);
+  if (std::string n = number("ISO8859-"); !n.empty() && n.size() <= 2 && n.find_first_not_of("0123456789") == std::string::npos)
+    return "ISO-8859-" + n;
+  static constexpr std::pair<std::string_view, std::string_view> kNamed[] = {
+      {"ASCII", "US-ASCII"},      {"MAC-ROMAN", "macintosh"}, {"BIG5", "windows-950"}, {"KSC5601", "windows-949"},
+      {"JOHAB", "ibm-1363"},      {"GB2312", "windows-936"},  {"UTF8", "UTF-8"},      {"UTF-8", "UTF-8"},
+      {"SJIS", "windows-31j"},    {"SHIFT_JIS", "windows-31j"}};
+  for (auto [name, icu] : kNamed)
+    if (upper == name) return std::string(icu);
+  return {};
 }
 
-DxfCodec::DxfCodec(std::string_view acadVersion, std::string_view dwgCodePage) {
+DxfCodec::DxfCodec(std::string_view acadVersion, std::string_view dwgCodePage, const std::string& systemCodePage) {
   bool utf8 = acadVersion.size() >= 6 && acadVersion.substr(0, 2) == "AC" && acadVersion.substr(2) >= "1021";
   if (utf8) return;
+  std::string name = IcuNameOfDwgCodePage(dwgCodePage);
+  source_ = CodePageSource::DwgCodePage;
+  std::string upper(dwgCodePage);
+  for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  if (name.empty()) {
+    bool named = !dwgCodePage.empty() && upper != "UNDEFINED";
+    source_ = named ? CodePageSource::SystemUnknown : CodePageSource::SystemNoName;
+    if (named) warning_ = "$DWGCODEPAGE " + std::string(dwgCodePage) + " is not a code page known here; read in the system code page " + systemCodePage;
+    name = systemCodePage;
+  }
   try {
-    codePage_ = std::make_unique<CodePage>(IcuNameOfDwgCodePage(dwgCodePage));
+    codePage_ = std::make_unique<CodePage>(name);
   } catch (const std::invalid_argument&) {
+    warning_ = "no converter for the code page " + name + "; read as windows-1252";
     codePage_ = std::make_unique<CodePage>("windows-1252");
   }
 }
 
+Text DxfCodec::DecodeCodePage(std::string_view raw) const {
+  std::lock_guard lock(mutex_);
+  return codePage_->Decode(raw);
+}
+
 Text DxfCodec::Decode(std::string_view raw) const {
   if (PlainAscii(raw)) return Text(raw.begin(), raw.end());
-  return DecodeEscapes(codePage_ ? codePage_->Decode(raw) : FromUtf8(raw));
+  return DecodeEscapes(codePage_ ? DecodeCodePage(raw) : FromUtf8(raw));
 }
 
 bool DxfCodec::EqualsNoCase(std::string_view raw, TextView name) const {
@@ -120,6 +154,7 @@ std::string DxfCodec::Encode(TextView text) const {
   // ASCII is the same bytes in every code page a drawing names, as Decode takes it.
   if (AsciiText(text)) return std::string(text.begin(), text.end());
   if (!codePage_) return ToUtf8(text);
+  std::lock_guard lock(mutex_);
   if (std::optional<std::string> exact = codePage_->EncodeExact(text)) return *exact;
   std::string out;
   for (char16_t c : text) {

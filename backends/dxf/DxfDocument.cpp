@@ -6,11 +6,16 @@
 
 namespace tq::dxf {
 
-std::unique_ptr<Document> Document::LoadFile(const std::filesystem::path& path, bool recover,
-                                             std::vector<Problem>* problems) {
+Result<std::unique_ptr<Document>> Document::ReadFile(const std::filesystem::path& path, const ReadOptions& options) {
   Result<std::string> bytes = os::ReadWholeFile(path);
-  if (!bytes) throw std::runtime_error(bytes.error().Describe());
-  return Load(std::move(*bytes), recover, problems);
+  if (!bytes) return bytes.error();
+  return Read(std::move(*bytes), options);
+}
+
+Result<Recovered> Document::RecoverFile(const std::filesystem::path& path, const ReadOptions& options) {
+  Result<std::string> bytes = os::ReadWholeFile(path);
+  if (!bytes) return bytes.error();
+  return Recover(std::move(*bytes), options);
 }
 
 namespace {
@@ -153,7 +158,7 @@ uint32_t Document::AddEntity(TagList tags) {
 
 size_t Document::AddTableEntry(std::vector<TableEntry>& table, uint32_t endSegment, const std::string& tableHandle,
                                TagList tags, TextView name) {
-  if (endSegment == kNoSegment) throw std::runtime_error("the drawing has no table to register \"" + ToUtf8(name) + "\" in");
+  if (endSegment == kNoSegment) throw std::logic_error("no table to add \"" + ToUtf8(name) + "\" to");
   if (!isR12() && hasHandles_) {
     TagList head{EditTag(5, strings_.Keep(FormatHandle(NewHandle()))), EditTag(330, strings_.Keep(tableHandle))};
     tags.insert(tags.begin() + 1, head.begin(), head.end());
@@ -178,6 +183,14 @@ TagList Document::TableEntryTags(Kept type, Kept subclass, TextView name) {
 }
 
 size_t Document::AddAppId(TextView name) {
+  if (appIdTableEnd_ == kNoSegment) {
+    // A drawing without an APPID table gets one, at the end of its TABLES section or in a
+    // TABLES section of its own.
+    appIdTableEnd_ = tablesEnd_ != kNoSegment ? tablesEnd_ : tablesSectionAt_;
+    if (appIdTableEnd_ == kNoSegment) throw std::logic_error("a drawing without sections holds no entity to register an application for");
+    newAppIdTable_ = true;
+    if (!isR12() && hasHandles_) appIdTableHandle_ = newAppIdTableHandle_ = FormatHandle(NewHandle());
+  }
   return AddTableEntry(appIds_, appIdTableEnd_, appIdTableHandle_, TableEntryTags("APPID", "AcDbRegAppTableRecord", name), name);
 }
 
@@ -201,28 +214,63 @@ void Document::SetLayerFlags(size_t index, int flags) {
 
 uint64_t Document::NewHandle() {
   if (!handSeedKnown_) {
-    uint64_t highest = 0;
-    Tagger tagger(bytes_);
-    Tag tag;
-    while (tagger.Next(tag) == Tagger::Result::Tag)
-      if (tag.code == 5 || tag.code == 105) highest = std::max<uint64_t>(highest, std::strtoull(std::string(TrimNumber(tag.value)).c_str(), nullptr, 16));
-    handSeed_ = highest + 1;
+    handSeed_ = std::max(fileHandSeed_, highestHandle_ + 1);
     handSeedKnown_ = true;
   }
-  uint64_t handle = handSeed_++;
-  if (handSeedSegment_ != kNoSegment) Replace(handSeedSegment_, FormatTag(5, FormatHandle(handSeed_), lineEnd_));
   modified_ = true;
-  return handle;
+  return handSeed_++;
 }
 
-void Document::AppendInsertions(std::string& out, uint32_t segment) const {
+bool Document::AppIdInUse(const TableEntry& entry) const {
+  for (uint32_t i : editedRecords_) {
+    const EntityRecord& rec = records_[i];
+    if (!rec.edit || rec.erased) continue;
+    for (const EditTag& t : *rec.edit)
+      if (t.code == 1001 && codec_->EqualsNoCase(TrimNumber(t.value()), entry.name)) return true;
+  }
+  return false;
+}
+
+std::vector<const TableEntry*> Document::NewEntries(const std::vector<TableEntry>& table) const {
+  std::vector<const TableEntry*> entries;
+  for (const TableEntry& e : table)
+    // An application registered for extended data that is no longer there leaves no trace.
+    if (e.segment == kNoSegment && (&table != &appIds_ || AppIdInUse(e))) entries.push_back(&e);
+  return entries;
+}
+
+std::optional<uint64_t> Document::WrittenHandSeed() const {
+  uint64_t seed = fileHandSeed_;
+  bool newHandles = !NewEntries(appIds_).empty() || !NewEntries(layers_).empty();
+  for (uint32_t i : newRecords_) newHandles = newHandles || !records_[i].erased;
+  // Past every handle given out, which are above every handle in use: a seed at or below one
+  // is put right whenever something new is saved. With nothing new, the file's seed stands.
+  if (newHandles && handSeedKnown_) seed = std::max(seed, handSeed_);
+  if (seed == fileHandSeed_) return std::nullopt;
+  return seed;
+}
+
+void Document::AppendInsertions(std::string& out, uint32_t segment, const Insertions& insertions) const {
   if (segment == entitiesEnd_)
     for (uint32_t i : newRecords_)
       if (!records_[i].erased) AppendSerialized(out, *records_[i].edit, lineEnd_);
-  for (auto [table, end] : {std::pair{&appIds_, appIdTableEnd_}, std::pair{&layers_, layerTableEnd_}})
+  if (segment == appIdTableEnd_ && newAppIdTable_) {
+    if (insertions.appIds.empty()) return;
+    bool ownSection = segment != tablesEnd_;
+    if (ownSection) out += FormatTag(0, "SECTION", lineEnd_) + FormatTag(2, "TABLES", lineEnd_);
+    out += FormatTag(0, "TABLE", lineEnd_) + FormatTag(2, "APPID", lineEnd_);
+    if (!newAppIdTableHandle_.empty())
+      out += FormatTag(5, newAppIdTableHandle_, lineEnd_) + FormatTag(330, "0", lineEnd_) +
+             FormatTag(100, "AcDbSymbolTable", lineEnd_);
+    out += FormatTag(70, FormatInt(70, static_cast<long long>(insertions.appIds.size())), lineEnd_);
+    for (const TableEntry* e : insertions.appIds) AppendSerialized(out, *e->edit, lineEnd_);
+    out += FormatTag(0, "ENDTAB", lineEnd_);
+    if (ownSection) out += FormatTag(0, "ENDSEC", lineEnd_);
+    return;
+  }
+  for (auto [entries, end] : {std::pair{&insertions.appIds, appIdTableEnd_}, std::pair{&insertions.layers, layerTableEnd_}})
     if (segment == end)
-      for (const TableEntry& e : *table)
-        if (e.segment == kNoSegment) AppendSerialized(out, *e.edit, lineEnd_);
+      for (const TableEntry* e : *entries) AppendSerialized(out, *e->edit, lineEnd_);
 }
 
 template <class Sink>
@@ -231,6 +279,8 @@ void Document::WriteTo(Sink&& sink) const {
   // written text: a marking rewrites thousands of entities in a row.
   uint32_t runBegin = 0, runEnd = 0;
   std::string text;
+  const Insertions insertions{NewEntries(appIds_), NewEntries(layers_)};
+  std::optional<uint64_t> seed = WrittenHandSeed();
   auto flushRun = [&] {
     if (runEnd > runBegin) sink(std::string_view(bytes_).substr(runBegin, runEnd - runBegin));
     runBegin = runEnd = 0;
@@ -242,9 +292,12 @@ void Document::WriteTo(Sink&& sink) const {
   for (uint32_t i = 0; i < segments_.size(); ++i) {
     const Segment& s = segments_[i];
     size_t before = text.size();
-    AppendInsertions(text, i);
+    AppendInsertions(text, i, insertions);
     bool fromFile = true;
-    if (s.record != kNoRecord) {
+    if (i == handSeedSegment_ && seed) {
+      text += FormatTag(5, FormatHandle(*seed), lineEnd_);
+      fromFile = false;
+    } else if (s.record != kNoRecord) {
       const EntityRecord& rec = records_[s.record];
       if (rec.edit && !rec.erased) AppendSerialized(text, *rec.edit, lineEnd_);
       fromFile = !rec.edit && !rec.erased;

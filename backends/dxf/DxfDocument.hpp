@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Result.hpp"
 #include "base/Text.hpp"
 #include "dxf/DxfCodec.hpp"
 #include "dxf/LargePages.hpp"
@@ -22,6 +23,20 @@ namespace tq::dxf {
 struct Problem {
   uint32_t line = 0;
   std::string message;
+};
+
+// How a file is read: the code page of a drawing that names none in $DWGCODEPAGE, as the
+// Windows ANSI code page is to the programs that write such drawings.
+struct ReadOptions {
+  std::string systemCodePage = "CP932";
+};
+
+class Document;
+
+// A recovered read: the document, and what was repaired or stepped over to read it.
+struct Recovered {
+  std::unique_ptr<Document> document;
+  std::vector<Problem> problems;
 };
 
 inline constexpr uint32_t kNoSegment = UINT32_MAX;
@@ -85,17 +100,23 @@ struct BlockDefinition {
 
 class Document {
  public:
-  // Strict reading throws DxfError naming the line; recovering reading steps over what it
-  // cannot read and lists it in `problems`.
-  static std::unique_ptr<Document> Load(std::string bytes, bool recover, std::vector<Problem>* problems = nullptr);
-  static std::unique_ptr<Document> LoadFile(const std::filesystem::path& path, bool recover = false,
-                                            std::vector<Problem>* problems = nullptr);
+  // The strict read fails at the first thing it cannot read, with an Error of code Malformed
+  // naming the line and the reason.
+  static Result<std::unique_ptr<Document>> Read(std::string bytes, const ReadOptions& options = {});
+  static Result<std::unique_ptr<Document>> ReadFile(const std::filesystem::path& path, const ReadOptions& options = {});
+  // The recover read steps over what it cannot read and lists it; it fails only for what is
+  // no ASCII DXF at all (a binary DXF, a file of 4 GB or more) or a file it cannot read.
+  static Result<Recovered> Recover(std::string bytes, const ReadOptions& options = {});
+  static Result<Recovered> RecoverFile(const std::filesystem::path& path, const ReadOptions& options = {});
 
   std::string_view source() const { return bytes_; }
   const DxfCodec& codec() const { return *codec_; }
   const std::string& version() const { return version_; }
+  // $DWGCODEPAGE as the file gives it; empty when it gives none.
   const std::string& dwgCodePage() const { return dwgCodePage_; }
   bool isR12() const { return version_ < "AC1012"; }
+  // Whether some entity of the file gives its by-layer colour as an explicit "62 256".
+  bool spellsOutByLayer() const { return spellsOutByLayer_; }
   std::string_view lineEnd() const { return lineEnd_; }
 
   std::vector<EntityRecord>& records() { return records_; }
@@ -135,9 +156,13 @@ class Document {
   size_t AddLayer(TextView name);
   void SetLayerFlags(size_t index, int flags);
 
-  // Handles for new records, from $HANDSEED, which is advanced.
+  // Handles for new records: above $HANDSEED and above every handle in the file, whatever
+  // $HANDSEED says; the seed written on save is past the last one given out.
   bool hasHandles() const { return hasHandles_; }
   uint64_t NewHandle();
+  // $HANDSEED as the file gives it (0 when it gives none), and the highest handle in use.
+  uint64_t fileHandSeed() const { return fileHandSeed_; }
+  uint64_t highestHandle() const { return highestHandle_; }
   const std::string& modelSpaceHandle() const { return modelSpaceHandle_; }
 
   // The extended data of every changed entity within the format's per-object limit;
@@ -152,7 +177,17 @@ class Document {
  private:
   friend class Loader;
   Document() = default;
-  void AppendInsertions(std::string& out, uint32_t segment) const;
+  static std::unique_ptr<Document> LoadChecked(std::string bytes, bool recover, const ReadOptions& options,
+                                               std::optional<Error>& error, std::vector<Problem>& problems);
+  // What a save adds to the file's tables.
+  struct Insertions {
+    std::vector<const TableEntry*> appIds, layers;
+  };
+  void AppendInsertions(std::string& out, uint32_t segment, const Insertions& insertions) const;
+  bool AppIdInUse(const TableEntry& entry) const;
+  std::vector<const TableEntry*> NewEntries(const std::vector<TableEntry>& table) const;
+  // The $HANDSEED a save writes; nothing when the file's stands.
+  std::optional<uint64_t> WrittenHandSeed() const;
   // The whole file in pieces, in order: runs of the file's bytes and written text.
   template <class Sink>
   void WriteTo(Sink&& sink) const;
@@ -173,7 +208,7 @@ class Document {
   std::string bytes_;
   std::unique_ptr<DxfCodec> codec_;
   std::string version_ = "AC1009";
-  std::string dwgCodePage_ = "ANSI_1252";
+  std::string dwgCodePage_;
   std::string lineEnd_ = "\n";
   std::vector<Segment> segments_;
   std::vector<std::string> replacements_;
@@ -195,10 +230,16 @@ class Document {
   Text currentTextStyle_ = u"STANDARD";
   double textSize_ = 2.5;
   uint32_t entitiesEnd_ = kNoSegment, layerTableEnd_ = kNoSegment, appIdTableEnd_ = kNoSegment;
+  // Where a missing APPID table is written: at the end of the TABLES section, or in a TABLES
+  // section of its own before the first section that follows tables.
+  uint32_t tablesEnd_ = kNoSegment, tablesSectionAt_ = kNoSegment;
+  bool newAppIdTable_ = false;
+  std::string newAppIdTableHandle_;
   std::string layerTableHandle_, appIdTableHandle_, modelSpaceHandle_;
   uint32_t handSeedSegment_ = kNoSegment;
-  uint64_t handSeed_ = 0;
+  uint64_t handSeed_ = 0, fileHandSeed_ = 0, highestHandle_ = 0;
   bool hasHandles_ = false;
+  bool spellsOutByLayer_ = false;
   bool handSeedKnown_ = false;
   bool modified_ = false;
   std::string tail_;  // what a recovered file lacked at its end ("ENDSEC", "EOF")

@@ -31,10 +31,19 @@ bool SameType(std::string_view type, TextView wanted) {
   }
   return true;
 }
+
+// A buffer of tags for reads, one per thread: reads of one drawing may run on several.
+std::vector<Tag>& ThreadScratch() {
+  thread_local std::vector<Tag> tags;
+  return tags;
+}
+
 }  // namespace
 
-std::unique_ptr<DxfDrawing> DxfDrawing::Open(const std::filesystem::path& path) {
-  return std::make_unique<DxfDrawing>(Document::LoadFile(path), path);
+Result<std::unique_ptr<DxfDrawing>> DxfDrawing::Open(const std::filesystem::path& path, const ReadOptions& options) {
+  Result<std::unique_ptr<Document>> doc = Document::ReadFile(path, options);
+  if (!doc) return doc.error();
+  return std::make_unique<DxfDrawing>(std::move(doc).value(), path);
 }
 
 DxfDrawing::DxfDrawing(std::unique_ptr<Document> doc, std::filesystem::path path)
@@ -48,10 +57,23 @@ const EntityRecord* DxfDrawing::Record(ObjectId id) const {
   return rec.erased ? nullptr : &rec;
 }
 
+void DxfDrawing::EnsureLayers() const {
+  layersCache_.Ensure([&] {
+    const size_t n = doc_->records().size();
+    recordLayers_.assign(n, nullptr);
+    std::string_view last;
+    const LayerState* state = nullptr;
+    for (uint32_t i = 0; i < n; ++i) {
+      std::string_view raw = doc_->LayerRaw(i);
+      if (!state || raw != last) state = &LayerStateOf(raw), last = raw;
+      recordLayers_[i] = state;
+    }
+  });
+}
+
 const DxfDrawing::LayerState& DxfDrawing::LayerOf(uint32_t index) const {
-  if (index >= recordLayers_.size()) recordLayers_.resize(doc_->records().size());
-  if (const LayerState* known = recordLayers_[index]) return *known;
-  return *(recordLayers_[index] = &LayerStateOf(doc_->LayerRaw(index)));
+  EnsureLayers();
+  return *recordLayers_[index];
 }
 
 const DxfDrawing::LayerState& DxfDrawing::LayerStateOf(std::string_view raw) const {
@@ -69,6 +91,7 @@ const DxfDrawing::LayerState& DxfDrawing::LayerStateOf(std::string_view raw) con
 }
 
 void DxfDrawing::ForgetLayers() {
+  layersCache_.Forget();
   layerStates_.clear();
   recordLayers_.clear();
 }
@@ -95,13 +118,17 @@ ExtentsCalculator& DxfDrawing::Calculator() const {
   return *extents_;
 }
 
-Box DxfDrawing::WindowBox(uint32_t index) const { return Calculator().WindowBoxOf(index); }
+Box DxfDrawing::WindowBox(uint32_t index) const {
+  std::lock_guard lock(extentsMutex_);
+  return Calculator().WindowBoxOf(index);
+}
 
 // The boxes of a large drawing are computed on two threads, each with a calculator of its
 // own over the unchanging document, taking the entities in chunks; the extents found are
 // kept for later queries.
 void DxfDrawing::BuildIndex() const {
   const auto& records = doc_->records();
+  indexedRecords_.clear();
   for (uint32_t i = 0; i < records.size(); ++i) {
     const EntityRecord& rec = records[i];
     if (rec.block < 0 && rec.owner == 0 && !rec.paperSpace) indexedRecords_.push_back(i);
@@ -128,12 +155,16 @@ void DxfDrawing::BuildIndex() const {
   } else {
     compute();
   }
-  Calculator().Adopt(std::move(boxes), std::move(known));
+  {
+    std::lock_guard lock(extentsMutex_);
+    Calculator().Adopt(std::move(boxes), std::move(known));
+  }
   index_ = std::make_unique<SpatialIndex>(std::move(windows));
 }
 
 std::vector<ObjectId> DxfDrawing::SelectWindow(const SelectionFilter& filter, const Rect& window) const {
-  if (!index_) BuildIndex();
+  indexCache_.Ensure([&] { BuildIndex(); });
+  EnsureLayers();
   std::vector<ObjectId> ids;
   for (uint32_t item : index_->Query(window.minX, window.minY, window.maxX, window.maxY)) {
     uint32_t index = indexedRecords_[item];
@@ -163,7 +194,7 @@ Text DxfDrawing::EntityType(ObjectId id) const {
 std::optional<TextEntity> DxfDrawing::TextData(ObjectId id) const {
   const EntityRecord* rec = Record(id);
   if (!rec || (rec->type != "TEXT" && rec->type != "ATTRIB" && rec->type != "ATTDEF")) return std::nullopt;
-  std::vector<Tag>& tags = scratch_;
+  std::vector<Tag>& tags = ThreadScratch();
   doc_->TagsInto(id.value - 1, tags);
   TextEntity text;
   for (const Tag& t : tags)
@@ -195,6 +226,7 @@ std::optional<Point3> DxfDrawing::PointPosition(ObjectId id) const {
 
 std::optional<Extents> DxfDrawing::EntityExtents(ObjectId id) const {
   if (!Record(id)) return std::nullopt;
+  std::lock_guard lock(extentsMutex_);
   return Calculator().Of(id.value - 1);
 }
 
@@ -206,8 +238,8 @@ int DxfDrawing::ColourIndex(ObjectId id) const {
 }
 
 // By-layer is written as no colour tag at all, as AutoCAD writes it, unless the file held an
-// explicit 256 there: so marking and restoring leave the entity as it was, also when the
-// marked drawing was saved in between.
+// explicit 256 there or its writer spells by-layer out: so marking and restoring leave the
+// entity as it was, also when the marked drawing was saved in between.
 void DxfDrawing::SetColour(uint32_t index, int colour) {
   EntityRecord& rec = doc_->records()[index];
   if (rec.colour == colour && !rec.edit) return;
@@ -216,7 +248,10 @@ void DxfDrawing::SetColour(uint32_t index, int colour) {
   if (found != tags.end()) {
     long long original = 0;
     bool originalByLayer = !found->isNew() && ParseInt(found->originalValue(), original) && original == kColourByLayer;
-    if (colour == kColourByLayer && !originalByLayer) tags.erase(found);
+    // A drawing whose writer spells by-layer out as "256" gets it spelt out again, unless the
+    // pair was added here.
+    bool spelt = originalByLayer || (!found->isNew() && doc_->spellsOutByLayer());
+    if (colour == kColourByLayer && !spelt) tags.erase(found);
     else SetTagInt(*found, colour, doc_->strings());
   } else if (colour != kColourByLayer) {
     auto layer = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 8; });
@@ -231,8 +266,19 @@ EditResult DxfDrawing::SetColourIndex(ObjectId id, int colour) {
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   uint32_t index = id.value - 1;
   SetColour(index, colour);
-  for (uint32_t i = index + 1; i < doc_->records().size() && doc_->records()[i].owner == index + 1; ++i) SetColour(i, colour);
+  // The end of the sequence has no colour to be seen: it keeps its own.
+  for (uint32_t i = index + 1; i < doc_->records().size() && doc_->records()[i].owner == index + 1; ++i)
+    if (doc_->records()[i].type != "SEQEND") SetColour(i, colour);
   return EditResult::Ok;
+}
+
+std::vector<ObjectId> DxfDrawing::SubEntities(ObjectId id) const {
+  std::vector<ObjectId> subs;
+  if (!Record(id)) return subs;
+  const auto& records = doc_->records();
+  for (uint32_t i = id.value; i < records.size() && records[i].owner == id.value; ++i)
+    if (!records[i].erased && records[i].type != "SEQEND") subs.push_back(IdOf(i));
+  return subs;
 }
 
 EditResult DxfDrawing::Erase(ObjectId id) {
@@ -250,9 +296,10 @@ Text DxfDrawing::Handle(ObjectId id) const {
 }
 
 ObjectId DxfDrawing::FindHandle(TextView handle) const {
-  if (handles_.empty())
+  handlesCache_.Ensure([&] {
     for (uint32_t i = 0; i < doc_->records().size(); ++i)
       if (doc_->records()[i].handle) handles_.emplace(doc_->records()[i].handle, i);
+  });
   std::string h = ToUtf8(handle);
   auto found = handles_.find(std::strtoull(h.c_str(), nullptr, 16));
   if (found == handles_.end() || doc_->records()[found->second].erased) return ObjectId{};
@@ -280,14 +327,15 @@ TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour
 
 ObjectId DxfDrawing::AddEntity(TagList tags) {
   uint32_t index = doc_->AddEntity(std::move(tags));
-  if (index_) {
+  if (indexCache_.ready()) {
     indexedRecords_.push_back(index);
     index_->Insert(static_cast<uint32_t>(indexedRecords_.size() - 1), WindowBox(index));
   }
-  if (doc_->records()[index].handle == 0)
-    if (const EditTag* h = FindTag(*doc_->records()[index].edit, 5))
-      doc_->records()[index].handle = std::strtoull(std::string(h->value()).c_str(), nullptr, 16);
-  handles_.clear();
+  EntityRecord& rec = doc_->records()[index];
+  if (rec.handle == 0)
+    if (const EditTag* h = FindTag(*rec.edit, 5)) rec.handle = std::strtoull(std::string(h->value()).c_str(), nullptr, 16);
+  if (handlesCache_.ready() && rec.handle) handles_.emplace(rec.handle, index);
+  if (layersCache_.ready()) recordLayers_.push_back(&LayerStateOf(doc_->LayerRaw(index)));
   return IdOf(index);
 }
 
@@ -331,8 +379,9 @@ void DxfDrawing::SetLayerLocked(TextView layer, bool locked) {
 
 std::optional<XDataLines> DxfDrawing::ReadXData(ObjectId id, TextView application) const {
   if (!Record(id) || !doc_->MayHaveXData(id.value - 1)) return std::nullopt;
-  doc_->XDataTagsInto(id.value - 1, scratch_);
-  return ReadXDataLines(scratch_, application, doc_->codec());
+  std::vector<Tag>& tags = ThreadScratch();
+  doc_->XDataTagsInto(id.value - 1, tags);
+  return ReadXDataLines(tags, application, doc_->codec());
 }
 
 EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XDataLines& lines) {
@@ -359,8 +408,9 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
 EditResult DxfDrawing::RemoveXData(ObjectId id, TextView application) {
   if (!Record(id)) return EditResult::NotFound;
   if (!doc_->MayHaveXData(id.value - 1)) return EditResult::Ok;
-  doc_->XDataTagsInto(id.value - 1, scratch_);
-  if (!HasXDataGroup(scratch_, application, doc_->codec())) return EditResult::Ok;
+  std::vector<Tag>& tags = ThreadScratch();
+  doc_->XDataTagsInto(id.value - 1, tags);
+  if (!HasXDataGroup(tags, application, doc_->codec())) return EditResult::Ok;
   if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
   RemoveXDataGroup(doc_->Edit(id.value - 1), application, doc_->codec());
   doc_->Commit(id.value - 1);

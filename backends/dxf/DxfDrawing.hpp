@@ -2,10 +2,12 @@
 // The Drawing port over a DXF document.
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <unordered_map>
 
 #include "dxf/DxfDocument.hpp"
 #include "dxf/Extents.hpp"
+#include "dxf/OnceCache.hpp"
 #include "dxf/SpatialIndex.hpp"
 #include "ports/Drawing.hpp"
 
@@ -13,8 +15,8 @@ namespace tq::dxf {
 
 class DxfDrawing : public Drawing {
  public:
-  // Strict reading; throws DxfError naming the line, or std::runtime_error.
-  static std::unique_ptr<DxfDrawing> Open(const std::filesystem::path& path);
+  // The strict read of a file; an Error naming the line and reason when it cannot be read.
+  static Result<std::unique_ptr<DxfDrawing>> Open(const std::filesystem::path& path, const ReadOptions& options = {});
   DxfDrawing(std::unique_ptr<Document> doc, std::filesystem::path path);
 
   Document& document() { return *doc_; }
@@ -32,6 +34,7 @@ class DxfDrawing : public Drawing {
   Text Layer(ObjectId id) const override;
   int ColourIndex(ObjectId id) const override;
   EditResult SetColourIndex(ObjectId id, int colour) override;
+  std::vector<ObjectId> SubEntities(ObjectId id) const override;
   EditResult Erase(ObjectId id) override;
   std::optional<std::pair<double, double>> TextStyleExtents(TextView text) const override;
   Text Handle(ObjectId id) const override;
@@ -68,20 +71,28 @@ class DxfDrawing : public Drawing {
     using is_transparent = void;
     size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
   };
+  // What reads look up is filled on the first read for every record at once, so that a const
+  // drawing can be read from several threads; edits, never concurrent with reads, keep it
+  // current or forget it.
+  mutable OnceCache layersCache_;
   mutable std::unordered_map<std::string, LayerState, RawHash, std::equal_to<>> layerStates_;
-  // Each record's entry of layerStates_, once looked up: no edit here moves an entity to
-  // another layer. Both are forgotten when a layer is added or changes.
+  // Each record's entry of layerStates_: no edit here moves an entity to another layer. Both
+  // are forgotten when a layer is added or changes.
   mutable std::vector<const LayerState*> recordLayers_;
+  void EnsureLayers() const;
   void ForgetLayers();
+  mutable OnceCache handlesCache_;
   mutable std::unordered_map<uint64_t, uint32_t> handles_;
+  // The calculator keeps what it computed: one caller at a time.
   ExtentsCalculator& Calculator() const;
+  mutable std::mutex extentsMutex_;
+  mutable std::unique_ptr<ExtentsCalculator> extents_;
   void BuildIndex() const;
   Box WindowBox(uint32_t index) const;
 
-  mutable std::unique_ptr<ExtentsCalculator> extents_;
-  mutable std::vector<Tag> scratch_;  // reused by every read of extended data
-  Text lastRegistered_;               // the application last written, registered since
+  Text lastRegistered_;  // the application last written, registered since
   // Built on the first window query and kept current as entities are added.
+  mutable OnceCache indexCache_;
   mutable std::unique_ptr<SpatialIndex> index_;
   mutable std::vector<uint32_t> indexedRecords_;  // item → record, ascending
 };

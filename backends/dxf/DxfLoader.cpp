@@ -1,6 +1,8 @@
 // Reading a DXF file into a Document: tags, then sections, tables, blocks and entities.
 #include <array>
+#include <algorithm>
 #include <cstring>
+#include <optional>
 
 #include "dxf/DxfDocument.hpp"
 
@@ -76,10 +78,13 @@ uint64_t ParseHandle(std::string_view v) {
 
 class Loader {
  public:
-  Loader(Document& doc, bool recover, std::vector<Problem>* problems)
-      : doc_(doc), tagger_(doc.bytes_), recover_(recover), problems_(problems) {}
+  Loader(Document& doc, bool recover, std::string systemCodePage)
+      : doc_(doc), tagger_(doc.bytes_), recover_(recover), systemCodePage_(std::move(systemCodePage)) {}
 
   void Run();
+  // Where a strict read stopped; nothing when it read to the end.
+  const std::optional<Error>& error() const { return error_; }
+  std::vector<Problem>& problems() { return problems_; }
 
  private:
   bool Next();
@@ -89,12 +94,17 @@ class Loader {
   std::string Describe() const;
   uint32_t Here() const { return have_ ? cur_.offset : static_cast<uint32_t>(doc_.bytes_.size()); }
   uint32_t AddSegment(uint32_t begin, uint32_t end, uint32_t record = kNoRecord);
+  void MakeCodec();
   void Header();
   void Tables();
   void Blocks();
   void Entities(int32_t block);
   void SkipRecord();
   void SkipToEndOfSection();
+  // The handles of records that are no entities count too: a new handle is above them all.
+  void NoteHandle(const Tag& t) {
+    if (t.code == 5 || t.code == 105) doc_.highestHandle_ = std::max(doc_.highestHandle_, ParseHandle(t.value));
+  }
   // Whether a record "0 keyword" starts here; else what stands here is told and stepped over.
   bool AtRecord(std::string_view keyword);
   template <class OnTag>
@@ -103,7 +113,9 @@ class Loader {
   Document& doc_;
   Tagger tagger_;
   bool recover_;
-  std::vector<Problem>* problems_;
+  std::string systemCodePage_;
+  std::optional<Error> error_;
+  std::vector<Problem> problems_;
   Tag cur_;
   bool have_ = false;
   uint32_t rawStart_ = 0;
@@ -111,8 +123,11 @@ class Loader {
 
 bool Loader::Next() {
   for (;;) {
+    if (error_) return have_ = false;
     Tagger::Result r = tagger_.Next(cur_);
     if (r == Tagger::Result::Tag) {
+      // Comments (999) are read past, and written back with the bytes around them.
+      if (cur_.code == 999) continue;
       if (static_cast<unsigned>(cur_.code) < kNumberKinds.size()) {
         NumberKind kind = kNumberKinds[static_cast<size_t>(cur_.code)];
         if (kind != NumberKind::None && !LooksLikeNumber(cur_.value, kind == NumberKind::Float))
@@ -120,7 +135,7 @@ bool Loader::Next() {
                                   " for group code " + std::to_string(cur_.code) + ", found \"" +
                                   std::string(cur_.value.substr(0, 40)) + "\"");
       }
-      return have_ = true;
+      return have_ = !error_;
     }
     if (r == Tagger::Result::End) return have_ = false;
     if (r == Tagger::Result::MissingValue) {
@@ -132,9 +147,11 @@ bool Loader::Next() {
   }
 }
 
+// A strict read stops at the first failure: every loop ends once no tag is at hand.
 void Loader::Fail(uint32_t line, const std::string& what) {
-  if (!recover_) throw DxfError(line, what);
-  if (problems_) problems_->push_back({line, what});
+  if (error_) return;
+  if (recover_) problems_.push_back({line, what});
+  else error_ = MakeError(ErrorCode::Malformed, what, line), have_ = false;
 }
 
 bool Loader::AtAny(std::initializer_list<std::string_view> keywords) const {
@@ -161,22 +178,24 @@ void Loader::ReadRecord(OnTag onTag) {
 }
 
 void Loader::SkipRecord() {
-  ReadRecord([](const Tag&) {});
+  ReadRecord([&](const Tag& t) { NoteHandle(t); });
 }
 
 void Loader::SkipToEndOfSection() {
-  while (have_ && !AtAny({"ENDSEC", "EOF"})) Next();
+  while (have_ && !AtAny({"ENDSEC", "EOF"})) NoteHandle(cur_), Next();
+}
+
+void Loader::MakeCodec() {
+  doc_.codec_ = std::make_unique<DxfCodec>(doc_.version_, doc_.dwgCodePage_, systemCodePage_);
 }
 
 void Loader::Run() {
-  if (doc_.bytes_.starts_with("AutoCAD Binary DXF"))
-    throw DxfError(1, "a binary DXF file; save the drawing as ASCII DXF");
   size_t firstNewline = doc_.bytes_.find('\n');
   if (firstNewline != std::string::npos && firstNewline > 0 && doc_.bytes_[firstNewline - 1] == '\r')
     doc_.lineEnd_ = "\r\n";
-  // A file without a header section reads in the defaults: R12, ANSI_1252.
-  doc_.codec_ = std::make_unique<DxfCodec>(doc_.version_, doc_.dwgCodePage_);
-  bool sawEof = false;
+  // A file without a header section reads as R12 in the system code page.
+  doc_.codec_ = std::make_unique<DxfCodec>(doc_.version_, doc_.dwgCodePage_, systemCodePage_);
+  bool sawEof = false, sawTables = false;
   Next();
   while (have_) {
     if (At("EOF")) {
@@ -188,19 +207,25 @@ void Loader::Run() {
       Next();
       continue;
     }
-    uint32_t sectionLine = cur_.line;
+    uint32_t sectionLine = cur_.line, sectionBegin = cur_.offset;
     if (!Next() || cur_.code != 2) {
       Fail(have_ ? cur_.line : tagger_.line(), "expected the section name (group code 2), found " + Describe());
       SkipToEndOfSection();
     } else {
       std::string name(Keyword(cur_.value));
       Next();
+      sawTables = sawTables || name == "TABLES";
+      // Where a TABLES section goes in a drawing that has none: before the first section
+      // that must follow it.
+      if (!sawTables && name != "HEADER" && name != "CLASSES" && doc_.tablesSectionAt_ == kNoSegment)
+        doc_.tablesSectionAt_ = AddSegment(sectionBegin, sectionBegin);
       if (name == "HEADER") Header();
       else if (name == "TABLES") Tables();
       else if (name == "BLOCKS") Blocks();
       else if (name == "ENTITIES") Entities(-1);
       else SkipToEndOfSection();
       if (name == "ENTITIES") doc_.entitiesEnd_ = AddSegment(Here(), Here());
+      if (name == "TABLES") doc_.tablesEnd_ = AddSegment(Here(), Here());
     }
     if (At("ENDSEC")) {
       Next();
@@ -226,13 +251,12 @@ void Loader::Header() {
     else if (variable == "$TEXTSTYLE" && cur_.code == 7) textStyle = std::string(cur_.value);
     else if (variable == "$TEXTSIZE" && cur_.code == 40) ParseDouble(cur_.value, doc_.textSize_);
     else if (variable == "$HANDSEED" && cur_.code == 5) {
-      doc_.handSeed_ = ParseHandle(cur_.value);
-      doc_.handSeedKnown_ = doc_.handSeed_ != 0;
+      doc_.fileHandSeed_ = ParseHandle(cur_.value);
       doc_.handSeedSegment_ = AddSegment(cur_.offset, cur_.end);
     }
     Next();
   }
-  doc_.codec_ = std::make_unique<DxfCodec>(doc_.version_, doc_.dwgCodePage_);
+  MakeCodec();
   if (!textStyle.empty()) doc_.currentTextStyle_ = doc_.codec_->Decode(textStyle);
 }
 
@@ -251,6 +275,7 @@ void Loader::Tables() {
     ReadRecord([&](const Tag& t) {
       if (t.code == 2) table = std::string(Keyword(t.value));
       if (t.code == 5) handle = std::string(Keyword(t.value));
+      NoteHandle(t);
     });
     while (have_ && !AtAny({"ENDTAB", "ENDSEC", "EOF"})) {
       if (cur_.code != 0) {
@@ -267,6 +292,7 @@ void Loader::Tables() {
         if (t.code == 2) name = t.value;
         else if (t.code == 70) entry.flags = static_cast<int>(std::strtol(std::string(t.value).c_str(), nullptr, 10));
         else if (t.code == 5) entryHandle = std::string(Keyword(t.value));
+        if (t.code == 5 || t.code == 105) NoteHandle(t);
         else if (t.code == 40) ParseDouble(t.value, style.height);
         else if (t.code == 41) ParseDouble(t.value, style.widthFactor);
       });
@@ -298,6 +324,7 @@ void Loader::Blocks() {
     BlockDefinition block;
     std::string_view name;
     ReadRecord([&](const Tag& t) {
+      NoteHandle(t);
       if (t.code == 2) name = t.value;
       else if (t.code == 10) ParseDouble(t.value, block.baseX);
       else if (t.code == 20) ParseDouble(t.value, block.baseY);
@@ -364,9 +391,15 @@ void Loader::Entities(int32_t block) {
     ReadRecord([&](const Tag& t) {
       notes.Add(t);
       switch (t.code) {
-        case 5: rec.handle = ParseHandle(t.value), doc_.hasHandles_ = true; break;
+        case 5:
+          rec.handle = ParseHandle(t.value), doc_.hasHandles_ = true;
+          doc_.highestHandle_ = std::max(doc_.highestHandle_, rec.handle);
+          break;
         case 8: rec.layer = t.value; break;
-        case 62: rec.colour = static_cast<int>(std::strtol(std::string(TrimNumber(t.value)).c_str(), nullptr, 10)); break;
+        case 62:
+          rec.colour = static_cast<int>(std::strtol(std::string(TrimNumber(t.value)).c_str(), nullptr, 10));
+          doc_.spellsOutByLayer_ = doc_.spellsOutByLayer_ || rec.colour == 256;
+          break;
         case 67: rec.paperSpace = TrimNumber(t.value) == "1"; break;
         case 1001: if (!rec.xdataBegin) rec.xdataBegin = t.offset; break;
         default: break;
@@ -385,17 +418,49 @@ void Loader::Entities(int32_t block) {
   }
 }
 
-std::unique_ptr<Document> Document::Load(std::string bytes, bool recover, std::vector<Problem>* problems) {
+namespace {
+
+// What no reading can get past: not ASCII DXF, or too large for the offsets kept.
+std::optional<Error> Unreadable(std::string_view bytes) {
+  if (bytes.starts_with("AutoCAD Binary DXF"))
+    return MakeError(ErrorCode::Unsupported, "a binary DXF file; save the drawing as ASCII DXF", 1);
+  if (bytes.size() >= UINT32_MAX) return MakeError(ErrorCode::TooLarge, "the file is larger than 4 GB", 1);
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::unique_ptr<Document> Document::LoadChecked(std::string bytes, bool recover, const ReadOptions& options,
+                                                std::optional<Error>& error, std::vector<Problem>& problems) {
   std::unique_ptr<Document> doc(new Document());
   doc->bytes_ = std::move(bytes);
-  if (doc->bytes_.size() >= UINT32_MAX) throw DxfError(1, "the file is larger than 4 GB");
   // Room for the pairs and entities of a typical file, so that neither list is copied as it
   // grows: pairs are rarely shorter than 10 bytes, entities than 64. Room not used is never
   // touched and costs no memory.
   doc->pairs_.reserve(doc->bytes_.size() / 10);
   doc->records_.reserve(doc->bytes_.size() / 64);
-  Loader(*doc, recover, problems).Run();
+  Loader loader(*doc, recover, options.systemCodePage);
+  loader.Run();
+  error = loader.error();
+  problems = std::move(loader.problems());
   return doc;
+}
+
+Result<std::unique_ptr<Document>> Document::Read(std::string bytes, const ReadOptions& options) {
+  if (std::optional<Error> unreadable = Unreadable(bytes)) return *unreadable;
+  std::optional<Error> error;
+  std::vector<Problem> problems;
+  std::unique_ptr<Document> doc = LoadChecked(std::move(bytes), false, options, error, problems);
+  if (error) return *error;
+  return doc;
+}
+
+Result<Recovered> Document::Recover(std::string bytes, const ReadOptions& options) {
+  if (std::optional<Error> unreadable = Unreadable(bytes)) return *unreadable;
+  std::optional<Error> error;
+  Recovered recovered;
+  recovered.document = LoadChecked(std::move(bytes), true, options, error, recovered.problems);
+  return recovered;
 }
 
 }  // namespace tq::dxf

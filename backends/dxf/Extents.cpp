@@ -188,7 +188,47 @@ Box HatchBox(const std::vector<Tag>& tags) {
   return OcsOf(tags).ToWorld(box);
 }
 
+// IMAGE, WIPEOUT: the parallelogram from the insertion point (10) along the u and v vectors of
+// one pixel (11, 12) times the size in pixels (13).
+Box ImageBox(const std::vector<Tag>& tags) {
+  Box box;
+  Point3 p = FirstPoint(tags, 10).value_or(Point3{}), u = FirstPoint(tags, 11).value_or(Point3{}),
+         v = FirstPoint(tags, 12).value_or(Point3{}), size = FirstPoint(tags, 13).value_or(Point3{1, 1, 0});
+  for (double a : {0.0, size.x})
+    for (double b : {0.0, size.y}) box.Add(p.x + a * u.x + b * v.x, p.y + a * u.y + b * v.y, p.z + a * u.z + b * v.z);
+  return box;
+}
+
+// MULTILEADER: the points of its context data (the content base point, the leaders' last
+// points and vertices, the text and block locations, the plane's origin); its direction and
+// scale vectors (11, 13, 16, 111, 112, and 10 outside the context data) are no points.
+Box MultiLeaderBox(const std::vector<Tag>& tags) {
+  Box box;
+  bool inContext = false;
+  for (size_t i = 0; i < tags.size(); ++i) {
+    int c = tags[i].code;
+    if (c == 300 && TrimNumber(tags[i].value) == "CONTEXT_DATA{") inContext = true;
+    else if (c == 301 && inContext && TrimNumber(tags[i].value) == "}") inContext = false;
+    else if (inContext && (c == 10 || c == 12 || c == 15 || c == 110)) box.Add(PointAt(tags, i));
+  }
+  return box;
+}
+
+// Entities given by points among vectors: only the codes that are points count.
+Box PointsBox(const std::vector<Tag>& tags, std::initializer_list<int> codes) {
+  Box box;
+  for (size_t i = 0; i < tags.size(); ++i)
+    if (std::find(codes.begin(), codes.end(), tags[i].code) != codes.end()) box.Add(PointAt(tags, i));
+  return box;
+}
+
 }  // namespace
+
+bool IsAcisBody(std::string_view type) {
+  return type == "3DSOLID" || type == "REGION" || type == "BODY" || type == "SURFACE" || type == "EXTRUDEDSURFACE" ||
+         type == "LOFTEDSURFACE" || type == "REVOLVEDSURFACE" || type == "SWEPTSURFACE" || type == "PLANESURFACE" ||
+         type == "NURBSURFACE";
+}
 
 double TextWidthInHeights(TextView text) {
   double width = 0;
@@ -306,13 +346,23 @@ Box ExtentsCalculator::Compute(uint32_t index) {
   if (type == "POLYLINE") return PolylineBox(index, tags);
   if (type == "INSERT") return InsertBox(index, tags);
   if (type == "HATCH") return HatchBox(tags);
-  if (type == "DIMENSION") {
-    // The dimension's anonymous block, drawn where it stands.
+  if (type == "IMAGE" || type == "WIPEOUT") return ImageBox(tags);
+  if (type == "MULTILEADER" || type == "MLEADER") return MultiLeaderBox(tags);
+  // Infinite lines have no extents: never inside a window.
+  if (type == "XLINE" || type == "RAY") return box;
+  // What the file holds of an ACIS body is its modeller's data, no extents.
+  if (IsAcisBody(type)) return box;
+  if (type == "TOLERANCE" || type == "PDFUNDERLAY" || type == "DWFUNDERLAY" || type == "DGNUNDERLAY") return PointsBox(tags, {10});
+  if (type == "MLINE") return PointsBox(tags, {10, 11});
+  if (type == "HELIX") return PointsBox(tags, {10, 11});
+  if (type == "SECTIONOBJECT" || type == "SECTION") return PointsBox(tags, {11, 12});
+  if (type == "DIMENSION" || type == "ARC_DIMENSION" || type == "LARGE_RADIAL_DIMENSION" || type == "ACAD_TABLE") {
+    // The anonymous block of a dimension or table, drawn where it stands.
     if (auto block = doc_.FindBlock(doc_.codec().Decode(StringOf(tags, 2)))) {
       Box b = BlockBox(*block);
       if (!b.empty()) return b;
     }
-    return CoordinateBox(tags);
+    return type == "ACAD_TABLE" ? PointsBox(tags, {10}) : CoordinateBox(tags);
   }
   return CoordinateBox(tags);
 }

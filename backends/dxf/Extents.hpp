@@ -14,6 +14,9 @@ namespace tq::dxf {
 // character and "%%u", "%%o" as none.
 double TextWidthInHeights(TextView text);
 
+// 3DSOLID, REGION, BODY and the surfaces: their extents are not in the file.
+bool IsAcisBody(std::string_view type);
+
 class ExtentsCalculator {
  public:
   explicit ExtentsCalculator(const Document& doc) : doc_(doc) {}

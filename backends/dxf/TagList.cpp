@@ -80,6 +80,11 @@ void AppendSerialized(std::string& out, const TagList& tags, std::string_view li
       std::string_view original = tag.original();
       if (original.data() != runEnd) flushRun(), runBegin = original.data();
       runEnd = original.data() + original.size();
+    } else if (!tag.isNew() && !tag.originalTail().empty()) {
+      flushRun();
+      out += tag.originalHead();
+      out += tag.value();
+      out += tag.originalTail();
     } else {
       flushRun();
       AppendTag(out, tag.code, tag.value(), lineEnd);

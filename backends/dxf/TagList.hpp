@@ -28,6 +28,12 @@ class EditTag {
   std::string_view originalValue() const {
     return isNew() ? std::string_view() : std::string_view(original_ + head_, originalSize_);
   }
+  // The file's code line with its line end, and the line end of its value: a changed value
+  // is written between them, the pair laid out as the file laid it out.
+  std::string_view originalHead() const { return isNew() ? std::string_view() : std::string_view(original_, head_); }
+  std::string_view originalTail() const {
+    return isNew() ? std::string_view() : std::string_view(original_ + head_ + originalSize_, tail_);
+  }
   // A value set back to the file's value is written as the file wrote it.
   void Set(Kept value);
   void Revert() { SetView(originalValue()); }

@@ -1,5 +1,6 @@
 #include "cli/DrawingSession.hpp"
 
+#include "base/Encoding.hpp"
 #include "drawing/EntityScan.hpp"
 
 namespace tq::cli {
@@ -11,11 +12,9 @@ std::string Utf8Path(const std::filesystem::path& path) {
 
 DrawingSession::DrawingSession(const Context& context, const std::string& drawing)
     : path_(std::u8string(drawing.begin(), drawing.end())), editor_(*context.out), settings_(*context.folders) {
-  try {
-    drawing_ = dxf::DxfDrawing::Open(path_);
-  } catch (const std::exception& e) {
-    throw UserError(drawing + ": " + e.what());
-  }
+  Result<std::unique_ptr<dxf::DxfDrawing>> opened = dxf::DxfDrawing::Open(path_, dxf::ReadOptions{context.codePage->name()});
+  if (!opened) throw UserError(drawing + ": " + opened.error().Describe());
+  drawing_ = std::move(opened).value();
   std::optional<LayerSettings> layers = settings_.LoadLayerSettings();
   if (!layers) throw UserError(ToUtf8(u"Excelﾌｧｲﾙのﾊﾟｽが設定されていません."));
   drawingContext_ = std::make_unique<DrawingContext>(DrawingContext{*drawing_, editor_, settings_, *layers, marking_});

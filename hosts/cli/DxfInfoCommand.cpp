@@ -2,9 +2,11 @@
 
 #include <map>
 
+#include "base/Encoding.hpp"
 #include "base/Format.hpp"
 #include "base/Paths.hpp"
 #include "dxf/DxfDocument.hpp"
+#include "dxf/GroupCodes.hpp"
 
 namespace tq::cli {
 
@@ -30,8 +32,8 @@ XDataTotals CountXData(const dxf::Document& doc) {
     std::vector<dxf::Tag> tags = doc.Tags(i);
     bool any = false;
     for (const dxf::Tag& t : tags) {
-      if (t.code == 1001) any = true, ++totals.entitiesByApplication[doc.codec().Decode(dxf::TrimNumber(t.value))];
-      if (t.code == 1000) ++totals.strings;
+      if (t.code == dxf::kXDataApplicationCode) any = true, ++totals.entitiesByApplication[doc.codec().Decode(dxf::TrimNumber(t.value))];
+      if (t.code == dxf::kXDataStringCode) ++totals.strings;
     }
     if (!any) continue;
     ++totals.entities;
@@ -43,6 +45,18 @@ XDataTotals CountXData(const dxf::Document& doc) {
 
 std::string Handle(const dxf::EntityRecord& rec) { return dxf::FormatHandle(rec.handle); }
 
+std::string CodePageOrigin(const dxf::Document& doc) {
+  switch (doc.codec().source()) {
+    case dxf::CodePageSource::Version: return "UTF-8 from AC1021 on; $DWGCODEPAGE " + (doc.dwgCodePage().empty() ? std::string("none") : doc.dwgCodePage());
+    case dxf::CodePageSource::DwgCodePage: return "$DWGCODEPAGE " + doc.dwgCodePage();
+    case dxf::CodePageSource::SystemNoName:
+      return doc.dwgCodePage().empty() ? "the system code page; the file has no $DWGCODEPAGE"
+                                       : "the system code page; $DWGCODEPAGE " + doc.dwgCodePage() + " names none";
+    case dxf::CodePageSource::SystemUnknown: return "the system code page; $DWGCODEPAGE " + doc.dwgCodePage() + " is not known";
+  }
+  return {};
+}
+
 }  // namespace
 
 int RunDxfInfo(const Context& context, const std::string& drawing) {
@@ -50,23 +64,22 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
   std::filesystem::path path(std::u8string(drawing.begin(), drawing.end()));
   std::optional<std::string> bytes = ReadFileBytes(path);
   if (!bytes) throw UserError("cannot read " + drawing);
+  const dxf::ReadOptions options{context.codePage->name()};
   std::string strict = "strict reading: no problem";
-  try {
-    dxf::Document::Load(*bytes, false);
-  } catch (const dxf::DxfError& e) {
-    strict = std::string("strict reading fails: ") + e.what();
-  }
-  std::vector<dxf::Problem> problems;
-  std::unique_ptr<dxf::Document> doc;
-  try {
-    doc = dxf::Document::Load(std::move(*bytes), true, &problems);
-  } catch (const dxf::DxfError& e) {
-    throw UserError(drawing + ": " + e.what());
-  }
+  if (Result<std::unique_ptr<dxf::Document>> read = dxf::Document::Read(*bytes, options); !read)
+    strict = "strict reading fails: " + read.error().Describe();
+  Result<dxf::Recovered> recovered = dxf::Document::Recover(std::move(*bytes), options);
+  if (!recovered) throw UserError(drawing + ": " + recovered.error().Describe());
+  std::unique_ptr<dxf::Document> doc = std::move(recovered->document);
+  std::vector<dxf::Problem>& problems = recovered->problems;
   out << "file: " << drawing << " (" << doc->source().size() << " bytes, "
       << (doc->lineEnd() == "\r\n" ? "CR LF" : "LF") << " line ends)\n";
   out << "version: " << doc->version() << " (" << ReleaseOf(doc->version()) << ")\n";
-  out << "encoding: " << doc->codec().encodingName() << " ($DWGCODEPAGE " << doc->dwgCodePage() << ")\n";
+  out << "encoding: " << doc->codec().encodingName() << " (" << CodePageOrigin(*doc) << ")\n";
+  if (!doc->codec().warning().empty()) problems.push_back({0, doc->codec().warning()});
+  if (doc->hasHandles() && doc->fileHandSeed() <= doc->highestHandle())
+    problems.push_back({0, "$HANDSEED " + dxf::FormatHandle(doc->fileHandSeed()) + " is at or below handle " +
+                               dxf::FormatHandle(doc->highestHandle()) + " in use; new handles are given above it"});
 
   std::map<std::string, size_t> modelTypes, otherTypes;
   for (const dxf::EntityRecord& rec : doc->records()) {
@@ -81,7 +94,8 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
 
   out << "layers:\n";
   for (const dxf::TableEntry& layer : doc->layers())
-    out << "  " << ToUtf8(layer.name) << ((layer.flags & 1) ? " frozen" : "") << ((layer.flags & 4) ? " locked" : "") << "\n";
+    out << "  " << ToUtf8(layer.name) << ((layer.flags & dxf::kLayerFrozen) ? " frozen" : "")
+        << ((layer.flags & dxf::kLayerLocked) ? " locked" : "") << "\n";
 
   XDataTotals xdata = CountXData(*doc);
   out << "registered applications:\n";

@@ -2,6 +2,7 @@
 
 #include "cli/DrawingSession.hpp"
 #include "drawing/EntityScan.hpp"
+#include "dxf/Extents.hpp"
 #include "info/StdInfRecord.hpp"
 #include "shell/TakeoffCheck.hpp"
 
@@ -13,6 +14,21 @@ std::string Point(const Point3& p) {
   char buffer[96];
   std::snprintf(buffer, sizeof buffer, "%g,%g", p.x, p.y);
   return buffer;
+}
+
+// Entities whose extents the file does not hold are not examined; say so, never skip them silently.
+void ReportAcisBodies(std::ostream& out, const dxf::Document& doc) {
+  size_t bodies = 0;
+  for (const dxf::EntityRecord& rec : doc.records())
+    if (!rec.erased && rec.block < 0 && rec.owner == 0 && !rec.paperSpace && dxf::IsAcisBody(rec.type)) ++bodies;
+  if (bodies)
+    out << "not examined: " << bodies << " ACIS bodies (3DSOLID, REGION, BODY, SURFACE), whose extents the drawing does not hold\n";
+}
+
+// R10 and R11 drawings have no handles.
+std::string HandleOf(const Drawing& drawing, ObjectId id) {
+  Text handle = drawing.Handle(id);
+  return handle.empty() ? "(no handle)" : ToUtf8(handle);
 }
 
 }  // namespace
@@ -29,7 +45,7 @@ int RunSheets(const Context& context, const std::string& drawing) {
     std::string where = "-";
     if (LocateFrame(grid, session.drawing().TextData(id)->position, polygon, &cell))
       where = std::to_string(cell.row) + "," + std::to_string(cell.column);
-    out << ToUtf8(session.drawing().Handle(id)) << '\t' << ToUtf8(session.SheetName(id)) << '\t' << where << '\t'
+    out << HandleOf(session.drawing(), id) << '\t' << ToUtf8(session.SheetName(id)) << '\t' << where << '\t'
         << CountInfoRecords(session.drawing(), id) << '\n';
   }
   return 0;
@@ -57,9 +73,10 @@ int RunLocate(const Context& context, const std::string& drawing, double x, doub
 
 int RunCheck(const Context& context, const std::string& drawing) {
   DrawingSession session(context, drawing);
+  std::ostream& out = *context.out;
+  ReportAcisBodies(out, session.drawing().document());
   std::optional<StandardDrawings> found = FindStandardDrawingsForTakeoff(session.context());
   if (!found) return 0;
-  std::ostream& out = *context.out;
   out << "with information: " << found->with.size() << "\nwithout information: " << found->without.size() << '\n';
   if (found->without.empty()) return 0;
   out << ToUtf8(u"情報が設定されていない標準図があります。") << '\n';
@@ -79,8 +96,9 @@ int RunMark(const Context& context, const std::string& drawing, const MarkOption
     std::vector<ObjectId> named = session.SheetsNamed(name);
     sheets.insert(sheets.end(), named.begin(), named.end());
   }
-  MarkFrames(session.context(), sheets, !options.restore);
   std::ostream& out = *context.out;
+  ReportAcisBodies(out, session.drawing().document());
+  size_t frames = MarkFrames(session.context(), sheets, !options.restore);
   if (!session.drawing().document().modified() && options.output.empty()) {
     out << "nothing to " << (options.restore ? "restore" : "mark") << "; the drawing is left as it was\n";
     return 0;
@@ -92,7 +110,10 @@ int RunMark(const Context& context, const std::string& drawing, const MarkOption
   } catch (const std::exception& e) {
     throw UserError(e.what());
   }
-  out << (options.restore ? "restored" : "marked") << " the frames of " << sheets.size() << " standard drawings";
+  // The frames in which something was actually marked or restored.
+  out << (options.restore ? "restored" : "marked") << " the frames of " << frames;
+  if (frames != sheets.size()) out << " of " << sheets.size();
+  out << " standard drawings";
   for (ObjectId id : sheets) out << ' ' << ToUtf8(session.SheetName(id));
   out << "\nsaved " << Utf8Path(target) << '\n';
   return 0;

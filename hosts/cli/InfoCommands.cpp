@@ -55,7 +55,8 @@ void PrintJson(std::ostream& out, DrawingSession& session, ObjectId id, const St
     out << (r ? ", " : "") << "[";
     for (size_t l = 0; l < records[r].size(); ++l) {
       out << (l ? ", " : "") << "{\"line\": " << JsonString(l < raw.size() ? raw[l] : Text()) << ", \"members\": [";
-      for (int m = 1; m <= 25; ++m) out << (m > 1 ? ", " : "") << JsonString(records[r][l].member(m));
+      const auto& members = records[r][l].members;
+      for (size_t m = 0; m < members.size(); ++m) out << (m ? ", " : "") << JsonString(members[m]);
       out << "]}";
     }
     out << "]";
@@ -68,7 +69,7 @@ void PrintPlain(std::ostream& out, const StdInfRecords& records) {
     out << ToUtf8(InfoRecordName(static_cast<int>(r) + 1)) << '\n';
     for (size_t l = 0; l < records[r].size(); ++l) {
       out << l;
-      for (int p = 1; p <= 25; ++p) out << '\t' << ToUtf8(records[r][l].member(MemberAtPosition(p)));
+      for (size_t p = 0; p < kLinePositionCount; ++p) out << '\t' << ToUtf8(records[r][l].member(MemberAtPosition(PositionAt(p))));
       out << '\n';
     }
   }
@@ -110,7 +111,7 @@ int RunChoices(const Context& context, const std::string& ab) {
   ChoiceFolders folders = FindChoiceFolders(*context.folders);
   out << "choice folder: " << ToUtf8(folders.choiceFolder) << "\nA/B files: " << (SelectsAMaterial(abText) ? "A" : "B") << '\n';
   AttributeIdTable attributes = AttributeIdTable::Load(ToFsPath(folders.attributeIdTable), *context.codePage);
-  std::vector<Text> items = attributes.Group(u"S501").column(2);
+  std::vector<Text> items = attributes.Group(u"S501").column(AttributeColumn::kValue);
   std::sort(items.begin(), items.end());
   PrintList(out, "工事項目 (1101)", items, " (sorted)");
   for (const ChoiceFile& file : ChoiceFiles())

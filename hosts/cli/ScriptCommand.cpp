@@ -31,12 +31,9 @@ Text ReadScript(const ScriptOptions& options, const Context& context) {
 int RunScript(const Context& context, const ScriptOptions& options) {
   Text script = ReadScript(options, context);
   std::filesystem::path path(std::u8string(options.drawing.begin(), options.drawing.end()));
-  std::unique_ptr<dxf::DxfDrawing> drawing;
-  try {
-    drawing = dxf::DxfDrawing::Open(path);
-  } catch (const std::exception& e) {
-    throw UserError(options.drawing + ": " + e.what());
-  }
+  Result<std::unique_ptr<dxf::DxfDrawing>> opened = dxf::DxfDrawing::Open(path, dxf::ReadOptions{context.codePage->name()});
+  if (!opened) throw UserError(options.drawing + ": " + opened.error().Describe());
+  std::unique_ptr<dxf::DxfDrawing> drawing = std::move(opened).value();
   std::ostream& out = *context.out;
   bool ran = false;
   {

@@ -1,6 +1,9 @@
 #include "cli/TakeoffCommand.hpp"
 
+#include <iostream>
+
 #include "base/Paths.hpp"
+#include "drawing/FrameGrid.hpp"
 #include "cli/DrawingSession.hpp"
 #include "common/Json.hpp"
 #include "shell/TakeoffCheck.hpp"
@@ -64,23 +67,36 @@ int RunTakeoff(const Context& context, const std::string& drawing, const Takeoff
   // "出力" remembers the choices for the next output, as the dialog does.
   // The last values are a convenience: a file that cannot be written does not stop the output.
   (void)WriteLastValues(LastValuesFile(*context.folders), choices, *context.codePage);
-  std::vector<Text> lines;
+  OutputLineList lines;
   if (choices.outputKind == OutputKind::Cinet) {
     // A command line has no earlier build: the CI-NET file takes a takeoff list built now.
     OutputBuilder builder(LoadOutputFormat(ToFsPath(OutputFormatFile(*context.folders)), *context.codePage), job->tables);
-    Result<std::vector<Text>> built = builder.Build(job->data, false, choices.separatorKind, choices.category);
+    Result<OutputLineList> built = builder.BuildWithOrigins(job->data, false, choices.separatorKind, choices.category);
     if (!built) throw UserError(built.error().Describe() + "; no file was written");
     lines = std::move(*built);
   }
+  OutputHooks hooks;
+  hooks.choosePath = [&](TextView name) -> std::optional<std::filesystem::path> {
+    if (!options.output.empty()) return std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
+    return ToFsPath(Text(name) + u".txt");
+  };
+  hooks.sheetName = [&](ObjectId text) {
+    Text name;
+    ReadSheetName(session.drawing(), text, name);
+    return name;
+  };
+  // The same lines the dialogs print on the command line.
+  bool warned = false;
+  hooks.warn = [&](TextView warning) {
+    std::cerr << ToUtf8(warning);
+    warned = true;
+  };
   Result<OutputResult> result =
-      OutputTakeoff(job->data, job->tables, *context.folders, choices, FromFsPath(session.path()), lines,
-                    [&](TextView name) -> std::optional<std::filesystem::path> {
-                      if (!options.output.empty()) return std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
-                      return ToFsPath(Text(name) + u".txt");
-                    });
+      OutputTakeoff(job->data, job->tables, *context.folders, choices, FromFsPath(session.path()), lines, hooks);
+  if (warned) std::cerr << '\n';
   if (!result) throw UserError(result.error().Describe() + "; no file was written");
   if (result->outcome == OutputResult::Outcome::Written)
-    out << "wrote " << Utf8Path(result->path) << " (" << lines.size() << " lines)\n";
+    out << "wrote " << Utf8Path(result->path) << " (" << lines.lines.size() << " lines)\n";
   else out << "nothing written: nothing to output\n";
   if (options.registerRows) {
     if (Status registered = RegisterTakeoff(session.drawing(), job->data); !registered)

@@ -9,10 +9,11 @@
 
 namespace tq::headless {
 
-// The metric of the headless host: the stand-in dialog font's base units at 96 dpi, which the
-// Qt host uses for the same numbers, so list widths agree in both transcripts.
-inline constexpr int kBaseUnitX = 6;
-inline constexpr int kBaseUnitY = 12;
+// The metric of the headless host: the dialog base units of the stand-in font (IPA PGothic,
+// 9 points at 96 dpi: 7 × 13 pixels), which the Qt host measures, so list widths agree in
+// both transcripts.
+inline constexpr int kBaseUnitX = 7;
+inline constexpr int kBaseUnitY = 13;
 
 class HeadlessDialogs : public DialogHost {
  public:

@@ -28,11 +28,13 @@ enum class ErrorCode {
 };
 
 // What went wrong, in words a user can act on. `line` is the 1-based line of the input the
-// error concerns, 0 when none.
+// error concerns, 0 when none. `systemCode` is the number a platform gives for the failure,
+// shown where a message carries one ("(%d)"), 0 when none.
 struct Error {
   ErrorCode code = ErrorCode::InvalidValue;
   Text message;
   uint32_t line = 0;
+  int32_t systemCode = 0;
 
   // The message as UTF-8, with "line N: " in front when a line is known.
   std::string Describe() const {
@@ -41,9 +43,9 @@ struct Error {
   }
 };
 
-inline Error MakeError(ErrorCode code, TextView message, uint32_t line = 0) { return Error{code, Text(message), line}; }
+inline Error MakeError(ErrorCode code, TextView message, uint32_t line = 0) { return Error{code, Text(message), line, 0}; }
 inline Error MakeError(ErrorCode code, std::string_view utf8Message, uint32_t line = 0) {
-  return Error{code, FromUtf8(utf8Message), line};
+  return Error{code, FromUtf8(utf8Message), line, 0};
 }
 
 // Either a value or an Error; [[nodiscard]] so that no failure is dropped unseen.

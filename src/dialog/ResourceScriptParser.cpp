@@ -14,32 +14,35 @@ namespace {
 
 constexpr uint32_t kChild = 0x40000000;  // WS_CHILD
 
-// A control statement: whether it starts with a caption, the class it makes and the style rc
-// gives it. A style written after it is added to that style, except for COMBOBOX, whose
-// written style replaces its own (rc treats it so).
+// A control statement: whether it starts with a caption, the class it makes, the style rc
+// gives it when none is written, and the style a written one is added to. The two differ:
+// with a style written, radio buttons, three-state boxes and statics lose their WS_TABSTOP or
+// WS_GROUP, and a combo box keeps nothing of its own (as windres compiles them).
 struct Statement {
   TextView keyword;
   bool hasCaption;
   TextView windowClass;
   uint32_t impliedStyle;
-  bool writtenStyleReplaces = false;
+  uint32_t baseStyle;
 };
 
+constexpr uint32_t kThreeState = 0x5, kAutoThreeState = 0x6;  // BS_3STATE, BS_AUTO3STATE
+
 constexpr Statement kStatements[] = {
-    {u"PUSHBUTTON", true, u"BUTTON", style::kPushButton | style::kTabStop},
-    {u"DEFPUSHBUTTON", true, u"BUTTON", style::kDefPushButton | style::kTabStop},
-    {u"CHECKBOX", true, u"BUTTON", style::kCheckBox | style::kTabStop},
-    {u"AUTOCHECKBOX", true, u"BUTTON", style::kAutoCheckBox | style::kTabStop},
-    {u"STATE3", true, u"BUTTON", 0x5 | style::kTabStop},
-    {u"AUTO3STATE", true, u"BUTTON", 0x6 | style::kTabStop},
-    {u"RADIOBUTTON", true, u"BUTTON", style::kRadioButton | style::kTabStop},
-    {u"AUTORADIOBUTTON", true, u"BUTTON", style::kAutoRadioButton | style::kTabStop},
-    {u"GROUPBOX", true, u"BUTTON", style::kGroupBox},
-    {u"LTEXT", true, u"STATIC", style::kGroup},
-    {u"RTEXT", true, u"STATIC", style::kStaticRight | style::kGroup},
-    {u"CTEXT", true, u"STATIC", style::kStaticCenter | style::kGroup},
-    {u"EDITTEXT", false, u"EDIT", style::kBorder | style::kTabStop},
-    {u"COMBOBOX", false, u"COMBOBOX", style::kComboSimple | style::kTabStop, true},
+    {u"PUSHBUTTON", true, u"BUTTON", style::kPushButton | style::kTabStop, style::kPushButton | style::kTabStop},
+    {u"DEFPUSHBUTTON", true, u"BUTTON", style::kDefPushButton | style::kTabStop, style::kDefPushButton | style::kTabStop},
+    {u"CHECKBOX", true, u"BUTTON", style::kCheckBox | style::kTabStop, style::kCheckBox | style::kTabStop},
+    {u"AUTOCHECKBOX", true, u"BUTTON", style::kAutoCheckBox | style::kTabStop, style::kAutoCheckBox | style::kTabStop},
+    {u"STATE3", true, u"BUTTON", kThreeState | style::kTabStop, kThreeState},
+    {u"AUTO3STATE", true, u"BUTTON", kAutoThreeState | style::kTabStop, kAutoThreeState},
+    {u"RADIOBUTTON", true, u"BUTTON", style::kRadioButton | style::kTabStop, style::kRadioButton},
+    {u"AUTORADIOBUTTON", true, u"BUTTON", style::kAutoRadioButton | style::kTabStop, style::kAutoRadioButton},
+    {u"GROUPBOX", true, u"BUTTON", style::kGroupBox, style::kGroupBox},
+    {u"LTEXT", true, u"STATIC", style::kGroup, 0},
+    {u"RTEXT", true, u"STATIC", style::kStaticRight | style::kGroup, style::kStaticRight},
+    {u"CTEXT", true, u"STATIC", style::kStaticCenter | style::kGroup, style::kStaticCenter},
+    {u"EDITTEXT", false, u"EDIT", style::kBorder | style::kTabStop, style::kBorder | style::kTabStop},
+    {u"COMBOBOX", false, u"COMBOBOX", style::kComboSimple | style::kTabStop, 0},
 };
 
 constexpr TextView kClasses[] = {u"BUTTON", u"EDIT", u"STATIC", u"COMBOBOX", u"SysListView32"};
@@ -56,7 +59,7 @@ ControlKind KindOf(TextView windowClass, uint32_t controlStyle) {
   if (windowClass == u"COMBOBOX") return ControlKind::Combo;
   if (windowClass == u"SysListView32") return ControlKind::List;
   switch (controlStyle & style::kButtonTypeMask) {
-    case style::kCheckBox: case style::kAutoCheckBox: case 0x5: case 0x6: return ControlKind::Check;
+    case style::kCheckBox: case style::kAutoCheckBox: case kThreeState: case kAutoThreeState: return ControlKind::Check;
     case style::kRadioButton: case style::kAutoRadioButton: return ControlKind::Radio;
     case style::kGroupBox: return ControlKind::Group;
     default: return ControlKind::Button;
@@ -103,8 +106,9 @@ class ScriptReader {
     Text text = Trim(directive.text);
     if (StartsWith(text, u"include")) return {};
     if (StartsWith(text, u"pragma")) {
-      Text rest = Trim(TextView(text).substr(6));
-      if (rest == u"code_page(65001)" || rest == u"code_page( 65001 )") return {};
+      Text rest(TextView(text).substr(6));
+      std::erase_if(rest, [](char16_t c) { return c == u' ' || c == u'\t'; });
+      if (rest == u"code_page(65001)") return {};
       return MakeError(ErrorCode::Unsupported, "only #pragma code_page(65001) is read: the script is UTF-8", directive.line);
     }
     return MakeError(ErrorCode::Unsupported, "a directive that is not read: #" + ToUtf8(text), directive.line);
@@ -115,18 +119,21 @@ class ScriptReader {
     if (Status s = Keyword(u"BEGIN", "BEGIN after STRINGTABLE"); !s) return s;
     while (!in_.NextIsName(u"END")) {
       if (in_.AtEnd()) return in_.Fail("the string table ends before its END");
+      uint32_t line = in_.Line();
       Result<int64_t> id = in_.Number(symbols_);
       if (!id) return id.error();
       in_.Accept(TokenKind::Comma);
       Result<Text> text = in_.ExpectString("the string");
       if (!text) return text.error();
-      script_.strings[static_cast<int>(*id)] = std::move(*text);
+      if (!script_.strings.emplace(static_cast<int>(*id), std::move(*text)).second)
+        return MakeError(ErrorCode::Malformed, "a second string with id " + std::to_string(*id), line);
     }
     in_.Take();
     return {};
   }
 
   Status Dialog(int id, const Text& symbol, uint32_t line) {
+    if (script_.FindDialog(id)) return MakeError(ErrorCode::Malformed, "a second dialog with id " + std::to_string(id), line);
     DialogTemplate dialog;
     dialog.id = id;
     dialog.symbol = symbol;
@@ -214,7 +221,7 @@ class ScriptReader {
     if (Status s = Rectangle(c.x, c.y, c.cx, c.cy); !s) return s.error();
     c.style = style::kVisible | kChild | form.impliedStyle;
     if (in_.Accept(TokenKind::Comma)) {
-      if (form.writtenStyleReplaces) c.style = style::kVisible | kChild;
+      c.style = style::kVisible | kChild | form.baseStyle;
       if (Status s = Style(c.style); !s) return s.error();
       if (Status s = Extras(c); !s) return s.error();
     }

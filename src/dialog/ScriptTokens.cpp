@@ -10,10 +10,11 @@ bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 bool IsNameChar(char16_t c) { return IsNameStart(c) || IsDigit(c); }
 bool IsBlank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\f' || c == u'\v' || c == 0xFEFF; }
 
-int HexValue(char16_t c) {
+// The value of a digit in base 10 or 16, -1 for a character that is not one.
+int DigitValue(char16_t c, bool hex) {
   if (IsDigit(c)) return c - u'0';
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
+  if (hex && c >= u'a' && c <= u'f') return c - u'a' + 10;
+  if (hex && c >= u'A' && c <= u'F') return c - u'A' + 10;
   return -1;
 }
 
@@ -111,20 +112,18 @@ class Lexer {
 
   Status ReadNumber() {
     size_t start = pos_;
+    bool hex = text_[pos_] == u'0' && (Peek(1) == u'x' || Peek(1) == u'X');
+    if (hex) pos_ += 2;
+    size_t digits = pos_;
     int64_t value = 0;
-    if (text_[pos_] == u'0' && (Peek(1) == u'x' || Peek(1) == u'X')) {
-      pos_ += 2;
-      size_t digits = pos_;
-      for (int d; pos_ < text_.size() && (d = HexValue(text_[pos_])) >= 0; ++pos_) value = value * 16 + d;
-      if (pos_ == digits) return Malformed("a hexadecimal number without digits", line_);
-    } else {
-      for (; pos_ < text_.size() && IsDigit(text_[pos_]); ++pos_) value = value * 10 + (text_[pos_] - u'0');
+    for (int d; pos_ < text_.size() && (d = DigitValue(text_[pos_], hex)) >= 0; ++pos_) {
+      value = value * (hex ? 16 : 10) + d;
+      if (value > 0xFFFFFFFFLL) return Malformed("a number too large for 32 bits", line_);
     }
-    if (value > 0xFFFFFFFFLL) return Malformed("a number too large for 32 bits", line_);
+    if (pos_ == digits) return Malformed("a hexadecimal number without digits", line_);
     while (pos_ < text_.size() && (text_[pos_] == u'L' || text_[pos_] == u'l' || text_[pos_] == u'U' || text_[pos_] == u'u')) ++pos_;
     if (pos_ < text_.size() && IsNameChar(text_[pos_])) return Malformed("a number run into a name", line_);
-    Token t{TokenKind::Number, Text(text_.substr(start, pos_ - start)), value, line_};
-    tokens_.push_back(std::move(t));
+    tokens_.push_back(Token{TokenKind::Number, Text(text_.substr(start, pos_ - start)), value, line_});
     return {};
   }
 

@@ -54,7 +54,7 @@ void SplitByInfoRecord(const Drawing& drawing, std::vector<ObjectId>& list, std:
   list = std::move(with);
 }
 
-void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark) {
+size_t MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark) {
   context.editor.BeginWaitCursor();
   struct EndWait {
     Editor& editor;
@@ -62,10 +62,11 @@ void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& shee
   } endWait{context.editor};
   // MarkFrames does not run again while it runs (a re-entry from the display update).
   MarkingGuard guard(context.marking);
-  if (!guard.acquired()) return;
+  if (!guard.acquired()) return 0;
+  size_t changedFrames = 0;
   {
     auto lock = context.drawing.LockForWrite();
-    int colour = mark ? context.settings.ReadChangeColour() : 1;
+    int colour = mark ? context.settings.ReadChangeColour() : kDefaultChangeColour;
     // The grid is read once for all the frames; its warning is still given frame by frame.
     FrameGridValues grid = context.settings.ReadFrameGrid();
     for (ObjectId id : sheetTexts) {
@@ -73,14 +74,18 @@ void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& shee
       if (!text) continue;
       WarnIfNoFrameGrid(grid, context.editor);
       FramePolygon polygon;
-      if (LocateFrame(GridOf(grid), text->position, polygon)) MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour);
+      if (LocateFrame(GridOf(grid), text->position, polygon) &&
+          MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour) > 0)
+        ++changedFrames;
     }
   }
+  return changedFrames;
 }
 
-void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour) {
+size_t MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour) {
   std::vector<ObjectId> ids;
-  if (!SelectInRect(drawing, SelectMode::All, UpperLeft(polygon), LowerRight(polygon), ids)) return;
+  if (!SelectInRect(drawing, SelectMode::All, UpperLeft(polygon), LowerRight(polygon), ids)) return 0;
+  size_t changed = 0;
   for (ObjectId id : ids) {
     std::optional<XDataLines> saved = drawing.ReadXData(id, kCheckApplication);
     int newColour;
@@ -95,11 +100,23 @@ void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& pol
     // entity that cannot be opened for writing (a locked layer) is left alone.
     if (mark && drawing.WriteXData(id, kCheckApplication, {FormatDecimal(drawing.ColourIndex(id))}) != EditResult::Ok)
       continue;
+    // Its attributes and vertices, which take its colour, each save their own.
+    std::vector<ObjectId> subs = drawing.SubEntities(id);
+    if (mark)
+      for (ObjectId sub : subs) drawing.WriteXData(sub, kCheckApplication, {FormatDecimal(drawing.ColourIndex(sub))});
     if (drawing.SetColourIndex(id, newColour) != EditResult::Ok) continue;
-    if (!mark) drawing.RemoveXData(id, kCheckApplication);
+    ++changed;
+    if (mark) continue;
+    drawing.RemoveXData(id, kCheckApplication);
+    for (ObjectId sub : subs)
+      if (std::optional<XDataLines> own = drawing.ReadXData(sub, kCheckApplication); own && !own->empty()) {
+        drawing.SetColourIndex(sub, ToInt((*own)[0]));
+        drawing.RemoveXData(sub, kCheckApplication);
+      }
   }
   drawing.FlushGraphics();
   editor.UpdateDisplay();
+  return changed;
 }
 
 }  // namespace tq

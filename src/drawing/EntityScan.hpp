@@ -14,8 +14,10 @@ bool SelectInRect(const Drawing& drawing, SelectMode mode, const Point3& upperLe
                   std::vector<ObjectId>& out, TextView layer = u"");
 bool CollectSheetNumberTexts(const DrawingContext& context, std::vector<ObjectId>& out);
 void SplitByInfoRecord(const Drawing& drawing, std::vector<ObjectId>& list, std::vector<ObjectId>& without);
-void MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark);
-void MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour);
+// The number of frames in which an entity was marked or restored.
+size_t MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sheetTexts, bool mark);
+// The number of entities marked or restored.
+size_t MarkFrameEntities(Drawing& drawing, Editor& editor, const FramePolygon& polygon, bool mark, int colour);
 
 inline constexpr char16_t kCheckApplication[] = u"TQ_STDCHECK";
 inline constexpr char16_t kFirstInfoRecord[] = u"TQ_STDINF01";

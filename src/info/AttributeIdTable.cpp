@@ -10,10 +10,10 @@ AttributeIdTable AttributeIdTable::Load(const std::filesystem::path& path, const
 ColumnLists AttributeIdTable::Group(TextView id) const {
   ConfigTable group;
   for (const TableRow& row : rows_)
-    if (!row.empty() && EqualNoCase(row[0], id)) group.push_back(row);
-  return ColumnLists(group, 3);
+    if (!row.empty() && EqualNoCase(row[AttributeColumn::kId], id)) group.push_back(row);
+  return ColumnLists(group, kAttributeColumns);
 }
 
-std::vector<Text> AttributeIdTable::AllValues() const { return ColumnLists(rows_, 3).column(2); }
+std::vector<Text> AttributeIdTable::AllValues() const { return ColumnLists(rows_, kAttributeColumns).column(AttributeColumn::kValue); }
 
 }  // namespace tq

@@ -6,16 +6,18 @@
 
 namespace tq {
 
-int MemberAtPosition(int position) {
-  if (position <= 16) return position;
-  if (position == 17) return 25;
-  return position - 1;
+static_assert(kLinePositionCount == kLineFieldCount);
+
+RowMember MemberAtPosition(LinePosition position) {
+  if (position <= LinePosition::kNominal) return static_cast<RowMember>(Number(position));
+  if (position == LinePosition::kAttributeKey) return RowMember::kAttributeKey;
+  return static_cast<RowMember>(Number(position) - 1);
 }
 
-int PositionOfMember(int member) {
-  if (member <= 16) return member;
-  if (member == 25) return 17;
-  return member + 1;
+LinePosition PositionOfMember(RowMember member) {
+  if (member <= RowMember::kNominal) return static_cast<LinePosition>(Number(member));
+  if (member == RowMember::kAttributeKey) return LinePosition::kAttributeKey;
+  return static_cast<LinePosition>(Number(member) + 1);
 }
 
 Text InfoRecordName(int number) { return Format(u"TQ_STDINF%02d", {number}); }
@@ -24,24 +26,25 @@ CStdInfRow ParseInfoLine(TextView line, size_t lineIndex, std::span<const Text> 
   CStdInfRow row;
   std::vector<Text> fields = SplitFields(line);
   for (size_t i = 0; i < fields.size() && i < kLineFieldCount; ++i) {
-    int position = static_cast<int>(i) + 1;
+    LinePosition position = PositionAt(i);
     row.member(MemberAtPosition(position)) = std::move(fields[i]);
-    if (position != 17) continue;
-    Text& member20 = row.member(20);
-    if (member20.empty() && !row.member(25).empty())
-      for (const Text& key : attributeKeys)
-        if (EqualNoCase(key, row.member(25))) {
-          member20 = key;
+    if (position != LinePosition::kAttributeKey) continue;
+    Text& value = row.member(RowMember::kAttributeValue);
+    const Text& key = row.member(RowMember::kAttributeKey);
+    if (value.empty() && !key.empty())
+      for (const Text& entry : attributeKeys)
+        if (EqualNoCase(entry, key)) {
+          value = entry;
           break;
         }
-    if (lineIndex >= 2 && member20.empty()) member20 = u"-";
+    if (lineIndex >= kFirstItemLine && value.empty()) value = u"-";
   }
   return row;
 }
 
 Text FormatInfoLine(const CStdInfRow& row) {
   std::array<Text, kLineFieldCount> fields;
-  for (int position = 1; position <= 25; ++position) fields[static_cast<size_t>(position - 1)] = row.member(MemberAtPosition(position));
+  for (size_t i = 0; i < kLineFieldCount; ++i) fields[i] = row.member(MemberAtPosition(PositionAt(i)));
   return JoinLine25(fields);
 }
 

@@ -7,17 +7,18 @@
 
 #include "base/Result.hpp"
 #include "base/Text.hpp"
+#include "info/LineFields.hpp"
 #include "ports/Drawing.hpp"
 
 namespace tq {
 
 // One line in memory: members 1 to 25.
 struct CStdInfRow {
-  std::array<Text, 25> members;
-  Text& member(int n) { return members[static_cast<size_t>(n - 1)]; }
-  const Text& member(int n) const { return members[static_cast<size_t>(n - 1)]; }
-  // Members 1 and 2 both empty: the slot is free.
-  bool IsEmptySlot() const { return members[0].empty() && members[1].empty(); }
+  std::array<Text, kRowMemberCount> members;
+  Text& member(RowMember m) { return members[IndexOf(m)]; }
+  const Text& member(RowMember m) const { return members[IndexOf(m)]; }
+  // The symbol and the equipment name both empty: the slot is free.
+  bool IsEmptySlot() const { return member(RowMember::kSymbolOrUnits).empty() && member(RowMember::kEquipmentName).empty(); }
 };
 
 // The lines of one record, and the records of one standard drawing (record n at n − 1).
@@ -26,8 +27,8 @@ using StdInfRecords = std::vector<CStdInfRecord>;
 
 // Field positions hold members in this order: positions 1–16 members 1–16, position 17
 // member 25, positions 18–25 members 17–24.
-int MemberAtPosition(int position);
-int PositionOfMember(int member);
+RowMember MemberAtPosition(LinePosition position);
+LinePosition PositionOfMember(RowMember member);
 
 // "TQ_STDINF%02d": three digits from 100 on.
 Text InfoRecordName(int number);

@@ -6,6 +6,7 @@
 #include "base/Paths.hpp"
 #include "base/TextFiles.hpp"
 #include "output/EncodedWriter.hpp"
+#include "output/UnmappableCharacters.hpp"
 
 namespace tq {
 
@@ -13,14 +14,20 @@ Text LastValuesFile(const Folders& folders) { return folders.AddinDataFile(u"フ
 Text CategoriesFile(const Folders& folders) { return folders.AddinDataFile(u"出力区分.txt"); }
 Text OutputFormatFile(const Folders& folders) { return folders.AddinDataFile(u"標準図用出力フォーマット.csv"); }
 
+namespace {
+// The lines of the last-values file.
+enum LastValuesLine : size_t { kKindLine, kSeparatorLine, kCategoryLine };
+}  // namespace
+
 std::optional<FileOutputChoices> ReadLastValues(TextView path, const CodePage& systemCodePage) {
   if (path.empty()) return std::nullopt;
   std::optional<std::vector<Text>> lines = ReadTextLines(ToFsPath(path), systemCodePage);
   if (!lines) return std::nullopt;
   FileOutputChoices choices;
-  if (lines->size() > 0) choices.outputKind = static_cast<OutputKind>(ToInt((*lines)[0]));
-  if (lines->size() > 1) choices.separatorKind = static_cast<SeparatorKind>(ToInt((*lines)[1]));
-  choices.category = lines->size() > 2 ? (*lines)[2] : Text();
+  auto line = [&](LastValuesLine n) { return n < lines->size() ? std::optional<Text>((*lines)[n]) : std::nullopt; };
+  if (auto kind = line(kKindLine)) choices.outputKind = static_cast<OutputKind>(ToInt(*kind));
+  if (auto separator = line(kSeparatorLine)) choices.separatorKind = static_cast<SeparatorKind>(ToInt(*separator));
+  choices.category = line(kCategoryLine).value_or(Text());
   return choices;
 }
 
@@ -51,25 +58,26 @@ Text DefaultOutputName(TextView documentFileName, OutputKind outputKind) {
 }
 
 Result<OutputResult> OutputTakeoff(const TakeoffData& data, const ReferenceTables& tables, const Folders& folders,
-                                   const FileOutputChoices& choices, TextView documentFileName,
-                                   std::vector<Text>& lines,
-                                   const std::function<std::optional<std::filesystem::path>(TextView)>& choosePath) {
+                                   const FileOutputChoices& choices, TextView documentFileName, OutputLineList& lines,
+                                   const OutputHooks& hooks) {
   OutputFormat format = LoadOutputFormat(ToFsPath(OutputFormatFile(folders)), folders.codePage());
   OutputBuilder builder(format, tables);
   if (choices.outputKind == OutputKind::List || choices.outputKind == OutputKind::Aggregate) {
-    Result<std::vector<Text>> built =
-        builder.Build(data, choices.outputKind == OutputKind::Aggregate, choices.separatorKind, choices.category);
+    Result<OutputLineList> built = builder.BuildWithOrigins(data, choices.outputKind == OutputKind::Aggregate,
+                                                            choices.separatorKind, choices.category);
     if (!built) return built.error();
     lines = std::move(*built);
   }
   OutputResult result;
-  if (lines.empty()) return result;
-  std::optional<std::filesystem::path> path = choosePath(DefaultOutputName(documentFileName, choices.outputKind));
+  if (lines.lines.empty()) return result;
+  std::optional<std::filesystem::path> path = hooks.choosePath(DefaultOutputName(documentFileName, choices.outputKind));
   if (!path) {
     result.outcome = OutputResult::Outcome::NoFileChosen;
     return result;
   }
-  if (Status written = WriteOutputFile(*path, lines, folders.codePage()); !written) return written.error();
+  if (hooks.warn)
+    for (const Text& warning : UnmappableWarnings(lines, folders.codePage(), hooks.sheetName)) hooks.warn(warning);
+  if (Status written = WriteOutputFile(*path, lines.lines, folders.codePage()); !written) return written.error();
   result.outcome = OutputResult::Outcome::Written;
   result.path = *path;
   return result;

@@ -47,13 +47,23 @@ struct OutputResult {
   std::filesystem::path path;  // the file written
 };
 
+// What OutputTakeoff asks of its caller.
+struct OutputHooks {
+  // The path to write for the default name; nothing when the user chose none.
+  std::function<std::optional<std::filesystem::path>(TextView defaultName)> choosePath;
+  // The name of the sheet whose sheet-number text this is, for the warnings.
+  std::function<Text(ObjectId sheetText)> sheetName;
+  // One "\nWARNING:…" line for each character that would be written as "?".
+  std::function<void(TextView warning)> warn;
+};
+
 // OutputTakeoff: reads the format, builds the list or the aggregate into `lines` (the CI-NET
 // kind builds nothing and writes what `lines` holds), and writes them to the path
-// `choosePath` gives for the default name (nothing when it gives none). An error when the
-// format cannot make an aggregate or the file cannot be written.
+// `choosePath` gives for the default name (nothing when it gives none), after warning of
+// every character the system code page cannot hold. An error when the format cannot make an
+// aggregate or the file cannot be written.
 Result<OutputResult> OutputTakeoff(const TakeoffData& data, const ReferenceTables& tables, const Folders& folders,
-                                   const FileOutputChoices& choices, TextView documentFileName,
-                                   std::vector<Text>& lines,
-                                   const std::function<std::optional<std::filesystem::path>(TextView)>& choosePath);
+                                   const FileOutputChoices& choices, TextView documentFileName, OutputLineList& lines,
+                                   const OutputHooks& hooks);
 
 }  // namespace tq

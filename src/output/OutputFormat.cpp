@@ -14,7 +14,7 @@ OutputFormat LoadOutputFormat(const std::filesystem::path& path, const CodePage&
   OutputFormat format;
   std::optional<ConfigTable> rows = ReadConfigFile(path, systemCodePage);
   if (!rows) return format;
-  for (size_t i = 0; i < 4 && i < rows->size(); ++i) format.lines[i] = (*rows)[i];
+  for (size_t i = 0; i < OutputFormat::kKeptLines && i < rows->size(); ++i) format.lines[i] = (*rows)[i];
   return format;
 }
 

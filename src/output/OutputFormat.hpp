@@ -11,7 +11,8 @@
 namespace tq {
 
 struct OutputFormat {
-  std::array<std::vector<Text>, 4> lines;  // the first four lines as read; the rest ignored
+  static constexpr size_t kKeptLines = 4;
+  std::array<std::vector<Text>, kKeptLines> lines;  // the first four lines as read; the rest ignored
   // Fields 1 to n − 3 of a line of n fields: the first field and the last two never count.
   std::vector<Text> Columns(size_t line) const;
   std::vector<Text> Headers() const { return Columns(0); }

@@ -9,6 +9,7 @@ namespace tq {
 
 namespace {
 constexpr size_t kAggregateColumns = 16;
+using P = LinePosition;
 
 Text OrFallback(Text value, TextView fallback) { return value.empty() ? Text(fallback) : value; }
 }  // namespace
@@ -30,25 +31,28 @@ MaterialFilter FilterOfCategory(TextView category) {
 
 ResolvedCode ResolveCode(TextView code, const ReferenceTables& tables) {
   auto is = [&](const char16_t* name) { return EqualNoCase(code, name); };
-  if (is(u"S501")) return {ResolvedCode::S501, 3, &tables.Group(u"S501")};
-  if (is(u"&S501")) return {ResolvedCode::AmpS501, 3};
-  if (is(u"SNET")) return {ResolvedCode::Snet, 19};
-  if (is(u"SSL0")) return {ResolvedCode::Dimension, 7};
-  if (is(u"SSW0")) return {ResolvedCode::Dimension, 9};
-  if (is(u"SSH0")) return {ResolvedCode::Dimension, 11};
-  // The supply class is field 23 and the night-work class field 22: crosswise on purpose.
-  static const std::array<std::pair<const char16_t*, int>, 5> kGroups{
-      {{u"SC01", 20}, {u"SC03", 21}, {u"SC04", 23}, {u"SC05", 22}, {u"SC06", 24}}};
+  if (is(u"S501")) return {ResolvedCode::S501, P::kWorkItem, &tables.Group(u"S501")};
+  if (is(u"&S501")) return {ResolvedCode::AmpS501, P::kWorkItem};
+  if (is(u"SNET")) return {ResolvedCode::Snet, P::kCinetCode};
+  if (is(u"SSL0")) return {ResolvedCode::Dimension, P::kDimension1};
+  if (is(u"SSW0")) return {ResolvedCode::Dimension, P::kDimension2};
+  if (is(u"SSH0")) return {ResolvedCode::Dimension, P::kDimension3};
+  // "SC04" reads the supply class and "SC05" the night-work class: crosswise to their positions on purpose.
+  static const std::array<std::pair<const char16_t*, LinePosition>, 5> kGroups{{{u"SC01", P::kUseCode},
+                                                                               {u"SC03", P::kConstructionCode},
+                                                                               {u"SC04", P::kSupplyClass},
+                                                                               {u"SC05", P::kNightWorkClass},
+                                                                               {u"SC06", P::kLiningClass}}};
   for (auto [group, field] : kGroups) {
     if (is(group)) return {ResolvedCode::Group, field, &tables.Group(group)};
     if (EqualNoCase(code, Text(u"&") + group)) return {ResolvedCode::AmpGroup, field};
   }
-  if (is(u"S001")) return {ResolvedCode::S001, 1};
+  if (is(u"S001")) return {ResolvedCode::S001, P::kSymbolOrUnits};
   if (is(u"S481")) return {ResolvedCode::S481};
-  if (is(u"SNAM") || is(u"SBNM")) return {ResolvedCode::Field, 6};
-  if (is(u"SMAT")) return {ResolvedCode::Field, 13};
-  if (is(u"SPEC")) return {ResolvedCode::Field, 14};
-  if (is(u"S304")) return {ResolvedCode::S304, 15};
+  if (is(u"SNAM") || is(u"SBNM")) return {ResolvedCode::Field, P::kMemberName};
+  if (is(u"SMAT")) return {ResolvedCode::Field, P::kMaterial};
+  if (is(u"SPEC")) return {ResolvedCode::Field, P::kSpecification};
+  if (is(u"S304")) return {ResolvedCode::S304, P::kQuantity};
   if (is(u"$S001")) return {ResolvedCode::DollarS001};
   if (is(u"#S001")) return {ResolvedCode::HashS001};
   return {};
@@ -56,11 +60,13 @@ ResolvedCode ResolveCode(TextView code, const ReferenceTables& tables) {
 
 Text CodeValue(const ResolvedCode& code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
                const ReferenceTables& tables) {
-  const Text& field = code.field ? row.field(code.field) : row.field(1);
+  const Text& field = row.field(code.field);
   switch (code.kind) {
     case ResolvedCode::S501: {
-      Text category = TableLookup(field, code.group->column(2), code.group->column(1));
-      return OrFallback(TableLookup(category, tables.constructionCategory.column(0), tables.constructionCategory.column(1)), u" ");
+      Text category = TableLookup(field, code.group->column(AttributeColumn::kValue), code.group->column(AttributeColumn::kKey));
+      return OrFallback(TableLookup(category, tables.constructionCategory.column(CategoryColumn::kKey),
+                                    tables.constructionCategory.column(CategoryColumn::kValue)),
+                        u" ");
     }
     case ResolvedCode::AmpS501:
     case ResolvedCode::AmpGroup:
@@ -68,7 +74,10 @@ Text CodeValue(const ResolvedCode& code, const CTakeoffRow& row, const std::vect
     case ResolvedCode::Snet: return OrFallback(piece < pieces.size() ? pieces[piece] : field, u" ");
     case ResolvedCode::Dimension: return OrFallback(field, u"0");
     // An empty field gives the fallback without a lookup.
-    case ResolvedCode::Group: return OrFallback(field.empty() ? Text() : TableLookup(field, code.group->column(2), code.group->column(1)), u"0");
+    case ResolvedCode::Group:
+      return OrFallback(
+          field.empty() ? Text() : TableLookup(field, code.group->column(AttributeColumn::kValue), code.group->column(AttributeColumn::kKey)),
+          u"0");
     case ResolvedCode::S001: return field.find(u'-') != Text::npos ? field : Text(u" ");
     case ResolvedCode::S304: return FormatQuantity(ToReal(field));
     case ResolvedCode::DollarS001: return u" ";
@@ -85,15 +94,15 @@ Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& p
 }
 
 int UnitCount(const TakeoffRecord& record) {
-  if (record.size() < 4) return 0;
-  int units = ToInt(record[3].field(1));
+  if (record.size() <= kUnitsLine) return 0;
+  int units = ToInt(record[kUnitsLine].field(P::kSymbolOrUnits));
   if (units > 0) return units;
   int largest = 0;
-  for (const CTakeoffRow& row : record) largest = std::max(largest, ToInt(row.field(1)));
+  for (const CTakeoffRow& row : record) largest = std::max(largest, ToInt(row.field(P::kSymbolOrUnits)));
   return largest;
 }
 
-void Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
+bool Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
   size_t q = 0;  // the quantity column, from 1; 0 when none
   for (size_t k = 0; k < codes.size() && k < kAggregateColumns; ++k)
     if (codes[k] == u"S304") q = k + 1;
@@ -110,19 +119,28 @@ void Aggregate::Add(const std::vector<Text>& codes, std::vector<Text> values) {
   auto [found, inserted] = index_.try_emplace(std::move(key), rows_.size());
   if (inserted) {
     rows_.push_back(std::move(values));
-    return;
+    return true;
   }
-  if (q == 0) return;
+  if (q == 0) return false;
   Text& sum = rows_[found->second][q - 1];
   sum = FormatQuantity(ToReal(sum) + ToReal(values[q - 1]));
+  return false;
 }
 
 Result<std::vector<Text>> OutputBuilder::Build(const TakeoffData& data, bool aggregate, SeparatorKind separatorKind,
                                                TextView category) const {
-  std::vector<Text> out;
+  Result<OutputLineList> built = BuildWithOrigins(data, aggregate, separatorKind, category);
+  if (!built) return built.error();
+  return std::move(built->lines);
+}
+
+Result<OutputLineList> OutputBuilder::BuildWithOrigins(const TakeoffData& data, bool aggregate,
+                                                       SeparatorKind separatorKind, TextView category) const {
+  OutputLineList list;
+  std::vector<Text>& out = list.lines;
   Text separator = SeparatorText(separatorKind);
   MaterialFilter filter = FilterOfCategory(category);
-  if (data.empty()) return out;
+  if (data.empty()) return list;
   std::vector<Text> headers = format_.Headers(), codes = format_.Codes();
   std::vector<ResolvedCode> resolved;
   for (const Text& code : codes) resolved.push_back(ResolveCode(code, tables_));
@@ -131,23 +149,26 @@ Result<std::vector<Text>> OutputBuilder::Build(const TakeoffData& data, bool agg
                                                " columns; an aggregate needs at least 16");
   Text header;
   for (const Text& h : headers) header += h + separator;
-  if (!header.empty()) out.push_back(header);
+  if (!header.empty()) out.push_back(header), list.origins.emplace_back();
   Aggregate merged;
+  std::vector<LineOrigin> mergedOrigins;
   std::vector<Text> codes16(codes.begin(), codes.begin() + static_cast<std::ptrdiff_t>(std::min(codes.size(), kAggregateColumns)));
   for (const TakeoffEntity& entity : data)
     for (auto record = entity.rbegin(); record != entity.rend(); ++record) {
+      size_t recordIndex = static_cast<size_t>(entity.rend() - record) - 1;
       int units = UnitCount(*record);
       for (int u = 0; u < units; ++u) {
         Text symbol;
         for (size_t l = 0; l < record->size(); ++l) {
           const CTakeoffRow& row = (*record)[l];
-          if (l == 2) symbol = row.field(1);
-          std::vector<Text> pieces = SplitAtEvery(row.field(19), u' ');
-          bool excludedB = row.field(4).empty() && EqualNoCase(row.field(8), u"A") && ToReal(row.field(7)) == 0.0;
-          bool quantity = ToReal(row.field(15)) != 0.0;
+          if (l == kFirstItemLine) symbol = row.field(P::kSymbolOrUnits);
+          std::vector<Text> pieces = SplitAtEvery(row.field(P::kCinetCode), u' ');
+          bool bFlag = row.field(P::kABFlag).empty();
+          bool excludedB = bFlag && EqualNoCase(row.field(P::kAfterDimension1), u"A") && ToReal(row.field(P::kDimension1)) == 0.0;
+          bool quantity = ToReal(row.field(P::kQuantity)) != 0.0;
           bool a = IsAMaterialRow(row);
           bool makeA = a && filter != MaterialFilter::BOnly && quantity;
-          bool makeB = row.field(4).empty() && filter != MaterialFilter::AOnly && quantity && !excludedB;
+          bool makeB = bFlag && filter != MaterialFilter::AOnly && quantity && !excludedB;
           if (!makeA && !makeB) continue;
           for (size_t j = 0; j < pieces.size(); ++j) {
             std::vector<Text> values;
@@ -157,22 +178,23 @@ Result<std::vector<Text>> OutputBuilder::Build(const TakeoffData& data, bool agg
             if (!aggregate) {
               Text line;
               for (const Text& v : values) line += v, line += separator;
-              if (!line.empty()) out.push_back(std::move(line));
+              if (!line.empty()) out.push_back(std::move(line)), list.origins.push_back({row.entity, recordIndex, l});
               continue;
             }
             values.resize(kAggregateColumns);
-            merged.Add(codes16, std::move(values));
+            if (merged.Add(codes16, std::move(values))) mergedOrigins.push_back({row.entity, recordIndex, l});
           }
         }
       }
     }
-  if (!aggregate) return out;
-  for (const std::vector<Text>& row : merged.rows()) {
+  if (!aggregate) return list;
+  for (size_t m = 0; m < merged.rows().size(); ++m) {
     Text line;
-    for (const Text& v : row) line += v + separator;
+    for (const Text& v : merged.rows()[m]) line += v + separator;
     out.push_back(std::move(line));
+    list.origins.push_back(mergedOrigins[m]);
   }
-  return out;
+  return list;
 }
 
 }  // namespace tq

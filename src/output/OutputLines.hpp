@@ -21,7 +21,7 @@ MaterialFilter FilterOfCategory(TextView category);
 struct ResolvedCode {
   enum Kind { S501, AmpS501, Snet, Dimension, Group, AmpGroup, S001, S481, Field, S304, DollarS001, HashS001, Other };
   Kind kind = Other;
-  int field = 0;                      // the row's field it reads
+  LinePosition field = LinePosition::kSymbolOrUnits;  // the row's field it reads
   const ColumnLists* group = nullptr;  // for a code looked up in its attribute group
 };
 ResolvedCode ResolveCode(TextView code, const ReferenceTables& tables);
@@ -32,9 +32,25 @@ Text CodeValue(const ResolvedCode& code, const CTakeoffRow& row, const std::vect
 Text CodeValue(TextView code, const CTakeoffRow& row, const std::vector<Text>& pieces, size_t piece,
                const ReferenceTables& tables);
 
-// The number of units of a record: field 1 of line 3 read as an integer when above 0, else
-// the largest such integer over field 1 of all its lines; 0 for a record under four lines.
+// The number of units of a record: the first field of line 3 read as an integer when above 0,
+// else the largest such integer over the first field of all its lines; 0 for a record under
+// four lines.
 int UnitCount(const TakeoffRecord& record);
+
+// Where an output line comes from: the sheet-number text, the record (0 for "TQ_STDINF01")
+// and the line of the record that made it (the first of an aggregate's merged lines). The
+// header comes from the format and has no entity.
+struct LineOrigin {
+  ObjectId entity;
+  size_t record = 0;
+  size_t line = 0;
+};
+
+// The output line list of a takeoff: what the last build made, kept for the CI-NET code file.
+struct OutputLineList {
+  std::vector<Text> lines;
+  std::vector<LineOrigin> origins;  // one per line
+};
 
 class OutputBuilder {
  public:
@@ -45,6 +61,9 @@ class OutputBuilder {
   // aggregate of a format with fewer than 16 columns is refused, naming the count.
   Result<std::vector<Text>> Build(const TakeoffData& data, bool aggregate, SeparatorKind separator,
                                   TextView category) const;
+  // The same, with the origin of every line.
+  Result<OutputLineList> BuildWithOrigins(const TakeoffData& data, bool aggregate, SeparatorKind separator,
+                                          TextView category) const;
 
  private:
   OutputFormat format_;
@@ -56,7 +75,8 @@ class OutputBuilder {
 // to that row ("%2.1f"), or is dropped when there is no quantity column.
 class Aggregate {
  public:
-  void Add(const std::vector<Text>& codes, std::vector<Text> values);
+  // True when the values made a new merged row.
+  bool Add(const std::vector<Text>& codes, std::vector<Text> values);
   const std::vector<std::vector<Text>>& rows() const { return rows_; }
 
  private:

@@ -35,6 +35,9 @@ struct Rect {
 // Colour index 0 is by-block, 256 by-layer.
 inline constexpr int kColourByBlock = 0;
 inline constexpr int kColourByLayer = 256;
+inline constexpr int kColourRed = 1;
+// The colour that marks the frames of standard drawings when the settings name none.
+inline constexpr int kDefaultChangeColour = kColourRed;
 
 // The filter of "select all": entity type ("TEXT", "LINE", "POINT"), optionally a layer.
 struct SelectionFilter {
@@ -85,6 +88,8 @@ class Drawing {
   virtual int ColourIndex(ObjectId id) const = 0;
   // The entity and its sub-entities (vertices, attributes).
   virtual EditResult SetColourIndex(ObjectId id, int colour) = 0;
+  // The vertices of a polyline, the attributes of a block reference, in order; none for others.
+  virtual std::vector<ObjectId> SubEntities(ObjectId id) const = 0;
   virtual EditResult Erase(ObjectId id) = 0;
   // Width and height of a text in the drawing's current text style; nothing when the
   // style cannot be measured.

@@ -1,7 +1,9 @@
 #include "shell/MainDialog.hpp"
 
 #include "drawing/EntityScan.hpp"
+#include "output/RunFileOutput.hpp"
 #include "shell/AddIn.hpp"
+#include "takeoff/CollectInfJob.hpp"
 #include "shell/TakeoffCheck.hpp"
 
 namespace tq {
@@ -91,7 +93,14 @@ void CMainDlg::OnTakeoffCheck() {
     MarkFrames(context, found->without, false);
     if (answer != MessageAnswer::Ok) return;
   }
-  // The takeoff check dialog opens here on the standard drawings with information.
+  // The output line list belongs to this takeoff: a CI-NET code file writes the last build.
+  OutputLineList outputLines;
+  FileOutputContext output{addIn_.dialogServices(), addIn_.folders(), context.drawing, context.editor};
+  CCollectInfJob job(addIn_.dialogServices(), context.drawing, context.editor, addIn_.folders(), found->with,
+                     [&](const TakeoffData& data, const ReferenceTables& tables) {
+                       RunFileOutput(output, data, tables, outputLines);
+                     });
+  job.DoModal();
 }
 
 }  // namespace tq

@@ -3,6 +3,7 @@
 #include "base/Format.hpp"
 #include "base/Numbers.hpp"
 #include "base/Profile.hpp"
+#include "ports/Drawing.hpp"
 
 namespace tq {
 
@@ -54,7 +55,7 @@ FrameGridValues StdSettings::ReadFrameGrid() const {
 }
 
 int StdSettings::ReadChangeColour() const {
-  if (folders_.StdDataFolder().empty()) return 1;
+  if (folders_.StdDataFolder().empty()) return kDefaultChangeColour;
   return ReadInt(kChangeColourKey);
 }
 

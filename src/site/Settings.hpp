@@ -19,6 +19,7 @@ struct SettingKey {
 
 inline constexpr SettingKey kSheetNumberLayerKey{u"標準図", u"標準図番号ﾚｲﾔ", SettingType::Text, u"5"};
 inline constexpr SettingKey kBasePointLayerKey{u"標準図", u"配置基準点ﾚｲﾔ", SettingType::Text, u"4"};
+// Its default is the text of kDefaultChangeColour.
 inline constexpr SettingKey kChangeColourKey{u"標準図", u"変更色", SettingType::Integer, u"1"};
 inline constexpr SettingKey kFrameOriginXKey{u"標準図", u"ﾌﾚｰﾑ原点X", SettingType::Real, u"0.0"};
 inline constexpr SettingKey kFrameOriginYKey{u"標準図", u"ﾌﾚｰﾑ原点Y", SettingType::Real, u"0.0"};
@@ -76,7 +77,7 @@ class StdSettings {
   // `LoadLayerSettings`: nothing when the data folder is not set.
   std::optional<LayerSettings> LoadLayerSettings() const;
   FrameGridValues ReadFrameGrid() const;
-  // The marking colour: 1 without a data folder or value.
+  // The marking colour: kDefaultChangeColour without a data folder or value.
   int ReadChangeColour() const;
   SizeTableValues ReadSizeTable() const;
   // Stores the three values (hundredths) with "%g"; the first failure, after trying all three.

@@ -9,12 +9,13 @@ namespace tq {
 
 ExpansionVariant RowVariant(const CTakeoffRow& row) {
   ExpansionVariant v;
-  for (size_t i = 0; i < 3; ++i) v.dimensions[i] = Format(u"%d", {ToInt(row.field(7 + 2 * static_cast<int>(i)))});
+  constexpr LinePosition kDimensions[] = {LinePosition::kDimension1, LinePosition::kDimension2, LinePosition::kDimension3};
+  for (size_t i = 0; i < 3; ++i) v.dimensions[i] = Format(u"%d", {ToInt(row.field(kDimensions[i]))});
   return v;
 }
 
 ExpansionVariant DialogVariant(TextView dimension1, TextView dimension2, TextView dimension3) {
-  return {{Text(dimension1), Text(dimension2), Text(dimension3)}, false, 15};
+  return {{Text(dimension1), Text(dimension2), Text(dimension3)}, false, kParameterMark + 1};
 }
 
 std::vector<Text> SplitCodeTokens(TextView rest) {
@@ -35,12 +36,12 @@ std::vector<Text> SplitCodeTokens(TextView rest) {
 }
 
 Text ExpandCode(TextView code, const ExpansionVariant& variant) {
-  if (code.size() < 15 || code[14] != u'&') return Text(code);
-  Text out(code.substr(0, 15));
-  if (code.size() < 17) return out;
+  if (code.size() < kCodeHeadLength || code[kParameterMark] != u'&') return Text(code);
+  Text out(code.substr(0, kCodeHeadLength));
+  if (code.size() <= kTokensStart) return out;
   std::optional<Text> dimension;  // the last dimension token's value
   int literals = 0;               // literals since it
-  for (const Text& token : SplitCodeTokens(code.substr(16))) {
+  for (const Text& token : SplitCodeTokens(code.substr(kTokensStart))) {
     if (token.empty()) continue;
     char16_t first = token[0];
     if (first == u'"') {

@@ -15,7 +15,7 @@ ColumnLists Columns(TextView path, size_t count, const CodePage& codePage) {
 }  // namespace
 
 const ColumnLists& ReferenceTables::Group(TextView id) const {
-  static const ColumnLists kEmpty(ConfigTable(), 3);
+  static const ColumnLists kEmpty(ConfigTable(), kAttributeColumns);
   for (const auto& [name, group] : attributeGroups)
     if (EqualNoCase(name, id)) return group;
   return kEmpty;
@@ -29,15 +29,15 @@ ReferenceTables LoadReferenceTables(const Folders& folders) {
   AttributeIdTable attributes = AttributeIdTable::Load(ToFsPath(folders.StdPartsFile(u"属性IDパラメータ.csv")), folders.codePage());
   for (const char16_t* id : kAttributeGroups) t.attributeGroups.emplace(id, attributes.Group(id));
   if (folders.host().ConfigData(u"環境設定", u"ｼｽﾃﾑ"))
-    for (size_t i = 0; i < 5; ++i) t.rowTables[i] = ReadConfigFile(ToFsPath(folders.TakeoffTableFile(kRowTables[i])), folders.codePage()).value_or(ConfigTable());
+    for (size_t i = 0; i < t.rowTables.size(); ++i) t.rowTables[i] = ReadConfigFile(ToFsPath(folders.TakeoffTableFile(kRowTables[i])), folders.codePage()).value_or(ConfigTable());
   auto addinFile = [&](const char16_t* name) { return addin ? JoinPath(*addin, name) : Text(); };
   const CodePage& cp = folders.codePage();
-  t.memberCinet = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 2, cp);
-  t.outputFormat = Columns(addinFile(u"標準図用出力フォーマット.csv"), 18, cp);
-  t.bSettings = Columns(addinFile(u"標準図用B材設定.csv"), 12, cp);
-  t.constructionCategory = Columns(system ? JoinPath(JoinPath(*system, u"拾い"), u"工事区分コードテーブル.csv") : Text(), 2, cp);
-  t.memberCinetFiles = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), 3, cp);
-  t.bUse = Columns(addinFile(u"標準図用B材用途当込み.csv"), 4, cp);
+  t.memberCinet = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), kMemberCinetColumns, cp);
+  t.outputFormat = Columns(addinFile(u"標準図用出力フォーマット.csv"), kOutputFormatColumns, cp);
+  t.bSettings = Columns(addinFile(u"標準図用B材設定.csv"), kBSettingsColumns, cp);
+  t.constructionCategory = Columns(system ? JoinPath(JoinPath(*system, u"拾い"), u"工事区分コードテーブル.csv") : Text(), kCategoryColumns, cp);
+  t.memberCinetFiles = Columns(addinFile(u"標準図用部材名ＣＩＮＥＴコード.csv"), kMemberFileColumns, cp);
+  t.bUse = Columns(addinFile(u"標準図用B材用途当込み.csv"), kBUseColumns, cp);
   return t;
 }
 

@@ -2,16 +2,36 @@
 
 #include "base/Fields.hpp"
 #include "base/Lookup.hpp"
-#include "info/BMaterialTable.hpp"
 #include "info/StdInfRecord.hpp"
 #include "takeoff/CodeExpansion.hpp"
 
 namespace tq {
 
 namespace {
-// Where a column's text goes back to: columns 0–15 fields 1–16, then 18, 19, 20, 21, 23, 22, 24.
-constexpr std::array<int, kTakeoffColumns> kFieldOfColumn{1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12,
-                                                          13, 14, 15, 16, 18, 19, 20, 21, 23, 22, 24};
+using P = LinePosition;
+// The position a column shows and goes back to, in column order: the supply and night-work
+// classes crosswise, the attribute key and the B-material key never shown.
+constexpr std::array<LinePosition, kTakeoffColumns> kFieldOfColumn{
+    P::kSymbolOrUnits,    P::kEquipmentName,  P::kWorkItem,        P::kABFlag,       P::kDrawingSymbol,
+    P::kMemberName,       P::kDimension1,     P::kAfterDimension1, P::kDimension2,   P::kAfterDimension2,
+    P::kDimension3,       P::kAfterDimension3, P::kMaterial,       P::kSpecification, P::kQuantity,
+    P::kNominal,          P::kRemarks,        P::kCinetCode,       P::kUseCode,      P::kConstructionCode,
+    P::kSupplyClass,      P::kNightWorkClass, P::kLiningClass};
+
+// The code columns of rule K: the attribute group and the settings column of each.
+struct ClassColumn {
+  TakeoffColumn::Index column;
+  const char16_t* group;
+  BSettingsColumn::Index settings;
+};
+constexpr ClassColumn kClassColumns[] = {
+    {TakeoffColumn::kConstructionCode, u"SC03", BSettingsColumn::kConstructionCode},
+    {TakeoffColumn::kSupplyClass, u"SC04", BSettingsColumn::kSupplyClass},
+    {TakeoffColumn::kNightWorkClass, u"SC05", BSettingsColumn::kNightWorkClass},
+    {TakeoffColumn::kLiningClass, u"SC06", BSettingsColumn::kLiningClass}};
+
+// An attribute group's key for A material.
+constexpr char16_t kAMaterialKey[] = u"0";
 }  // namespace
 
 const std::array<const char16_t*, kTakeoffColumns>& TakeoffColumnHeaders() {
@@ -22,54 +42,57 @@ const std::array<const char16_t*, kTakeoffColumns>& TakeoffColumnHeaders() {
   return headers;
 }
 
-Text TakeoffRules::Settings(const CTakeoffRow& row, size_t column) const {
-  return TableLookup(row.field(6), t_.bSettings.column(0), t_.bSettings.column(column));
+Text TakeoffRules::Settings(const CTakeoffRow& row, BSettingsColumn::Index column) const {
+  return TableLookup(row.field(P::kMemberName), t_.bSettings.column(BSettingsColumn::kMemberName), t_.bSettings.column(column));
 }
 
 // A material: the last line of the member-name table whose member matches decides (an empty
-// column 1 gives an empty code); B material: the first settings line of field 25 (else the
+// code gives an empty code); B material: the first settings line of the B-material key (else the
 // member) decides, then the parameters are expanded. The two tie-breaks differ on purpose.
 Text TakeoffRules::CinetCode(const CTakeoffRow& row) const {
   if (IsAMaterialRow(row)) {
-    const auto &members = t_.memberCinet.column(0), &codes = t_.memberCinet.column(1);
+    const auto& members = t_.memberCinet.column(MemberCinetColumn::kMemberName);
+    const auto& codes = t_.memberCinet.column(MemberCinetColumn::kCinetCode);
     std::optional<Text> code;
     for (size_t i = 0; i < members.size(); ++i)
-      if (EqualNoCase(members[i], row.field(6))) code = i < codes.size() ? codes[i] : Text();
+      if (EqualNoCase(members[i], row.field(P::kMemberName))) code = i < codes.size() ? codes[i] : Text();
     return code ? *code : Text(kUnknownCode);
   }
-  const Text& key = row.field(25).empty() ? row.field(6) : row.field(25);
-  Text code = TableLookup(key, t_.bSettings.column(0), t_.bSettings.column(5));
+  const Text& key = row.field(P::kBMaterialKey).empty() ? row.field(P::kMemberName) : row.field(P::kBMaterialKey);
+  Text code = TableLookup(key, t_.bSettings.column(BSettingsColumn::kMemberName), t_.bSettings.column(BSettingsColumn::kMaterialCode));
   if (code.empty()) code = kUnknownCode;
   return ExpandCode(code, RowVariant(row));
 }
 
 Text TakeoffRules::UseCode(const CTakeoffRow& row) const {
   const ColumnLists& sc01 = t_.Group(u"SC01");
-  if (IsAMaterialRow(row)) return TableLookup(u"0", sc01.column(1), sc01.column(2));
-  Text code = TableLookup(Settings(row, 6), sc01.column(1), sc01.column(2));
-  if (code.empty() || code == u"-") code = TableLookup(row.field(3), t_.bUse.column(1), t_.bUse.column(3));
+  const auto &keys = sc01.column(AttributeColumn::kKey), &values = sc01.column(AttributeColumn::kValue);
+  if (IsAMaterialRow(row)) return TableLookup(kAMaterialKey, keys, values);
+  Text code = TableLookup(Settings(row, BSettingsColumn::kUseCode), keys, values);
+  if (code.empty() || code == u"-")
+    code = TableLookup(row.field(P::kWorkItem), t_.bUse.column(BUseColumn::kWorkItem), t_.bUse.column(BUseColumn::kUseCode));
   return code.empty() ? Text(u"-") : code;
 }
 
-Text TakeoffRules::ClassCode(const CTakeoffRow& row, TextView group, size_t settingsColumn) const {
+Text TakeoffRules::ClassCode(const CTakeoffRow& row, TextView group, BSettingsColumn::Index settingsColumn) const {
   const ColumnLists& g = t_.Group(group);
-  return TableLookup(IsAMaterialRow(row) ? Text(u"0") : Settings(row, settingsColumn), g.column(1), g.column(2));
+  return TableLookup(IsAMaterialRow(row) ? Text(kAMaterialKey) : Settings(row, settingsColumn),
+                     g.column(AttributeColumn::kKey), g.column(AttributeColumn::kValue));
 }
 
 TakeoffItem TakeoffRules::ItemOf(CTakeoffRow& row) const {
+  using C = TakeoffColumn;
   TakeoffItem item;
-  for (size_t c = 0; c < 17; ++c) item[c] = row.field(kFieldOfColumn[c]);
+  for (size_t c = 0; c <= C::kRemarks; ++c) item[c] = row.field(kFieldOfColumn[c]);
   bool a = IsAMaterialRow(row);
-  if (item[12].empty() && !a) item[12] = Settings(row, 2);  // rule M
-  if (item[13].empty() && !a) item[13] = Settings(row, 3);
-  if (row.field(19).empty()) row.field(19) = CinetCode(row);
-  item[17] = row.field(19);
-  item[18] = row.field(20).empty() ? UseCode(row) : row.field(20);
-  static const std::array<std::pair<const char16_t*, size_t>, 4> kClasses{
-      {{u"SC03", 7}, {u"SC04", 9}, {u"SC05", 10}, {u"SC06", 11}}};
-  for (size_t k = 0; k < 4; ++k) {
-    int field = kFieldOfColumn[19 + k];
-    item[19 + k] = row.field(field).empty() ? ClassCode(row, kClasses[k].first, kClasses[k].second) : row.field(field);
+  if (item[C::kMaterial].empty() && !a) item[C::kMaterial] = Settings(row, BSettingsColumn::kMaterial);  // rule M
+  if (item[C::kSpecification].empty() && !a) item[C::kSpecification] = Settings(row, BSettingsColumn::kSpecification);
+  if (row.field(P::kCinetCode).empty()) row.field(P::kCinetCode) = CinetCode(row);
+  item[C::kCinetCode] = row.field(P::kCinetCode);
+  item[C::kUseCode] = row.field(P::kUseCode).empty() ? UseCode(row) : row.field(P::kUseCode);
+  for (const ClassColumn& k : kClassColumns) {
+    const Text& stored = row.field(kFieldOfColumn[k.column]);
+    item[k.column] = stored.empty() ? ClassCode(row, k.group, k.settings) : stored;
   }
   return item;
 }
@@ -78,7 +101,7 @@ std::vector<TakeoffItem> FillTakeoffList(TakeoffData& data, const TakeoffRules& 
   std::vector<TakeoffItem> items;
   for (TakeoffEntity& entity : data)
     for (TakeoffRecord& record : entity)
-      for (size_t l = 2; l < record.size(); ++l) items.push_back(rules.ItemOf(record[l]));
+      for (size_t l = kFirstItemLine; l < record.size(); ++l) items.push_back(rules.ItemOf(record[l]));
   return items;
 }
 
@@ -86,7 +109,7 @@ void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items) {
   size_t next = 0;
   for (TakeoffEntity& entity : data)
     for (auto record = entity.rbegin(); record != entity.rend(); ++record)
-      for (size_t l = 2; l < record->size(); ++l) {
+      for (size_t l = kFirstItemLine; l < record->size(); ++l) {
         if (next >= items.size()) return;
         const TakeoffItem& item = items[next++];
         for (size_t c = 0; c < kTakeoffColumns; ++c) (*record)[l].field(kFieldOfColumn[c]) = item[c];

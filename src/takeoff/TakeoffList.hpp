@@ -4,11 +4,41 @@
 #include <array>
 #include <vector>
 
+#include "info/BMaterialTable.hpp"
 #include "takeoff/ReferenceTables.hpp"
 #include "takeoff/TakeoffRows.hpp"
 
 namespace tq {
 
+// The columns of the takeoff list, in list order; an index into an item. The supply class
+// comes before the night-work class, unlike their positions in a line.
+struct TakeoffColumn {
+  enum Index : size_t {
+    kSymbolOrUnits,
+    kEquipmentName,
+    kWorkItem,
+    kABFlag,
+    kDrawingSymbol,
+    kMemberName,
+    kDimension1,
+    kAfterDimension1,
+    kDimension2,
+    kAfterDimension2,
+    kDimension3,
+    kAfterDimension3,
+    kMaterial,
+    kSpecification,
+    kQuantity,
+    kNominal,
+    kRemarks,
+    kCinetCode,
+    kUseCode,
+    kConstructionCode,
+    kSupplyClass,
+    kNightWorkClass,
+    kLiningClass,
+  };
+};
 inline constexpr size_t kTakeoffColumns = 23;
 using TakeoffItem = std::array<Text, kTakeoffColumns>;
 
@@ -19,19 +49,19 @@ class TakeoffRules {
  public:
   explicit TakeoffRules(const ReferenceTables& tables) : t_(tables) {}
 
-  // The item shown for a row; the CI-NET code chosen by rule C is also stored in field 19.
+  // The item shown for a row; the CI-NET code chosen by rule C is also stored in the row.
   TakeoffItem ItemOf(CTakeoffRow& row) const;
   Text CinetCode(const CTakeoffRow& row) const;  // rule C
   Text UseCode(const CTakeoffRow& row) const;    // rule U
   // Rule K with the group and the B-material settings column of a code column.
-  Text ClassCode(const CTakeoffRow& row, TextView group, size_t settingsColumn) const;
+  Text ClassCode(const CTakeoffRow& row, TextView group, BSettingsColumn::Index settingsColumn) const;
 
  private:
-  Text Settings(const CTakeoffRow& row, size_t column) const;
+  Text Settings(const CTakeoffRow& row, BSettingsColumn::Index column) const;
   const ReferenceTables& t_;
 };
 
-// The list in forward order (entity, record, line), lines from index 2; rows' field 19 set.
+// The list in forward order (entity, record, line), lines from index 2; rows' CI-NET codes set.
 std::vector<TakeoffItem> FillTakeoffList(TakeoffData& data, const TakeoffRules& rules);
 // The items back into the rows: entities in order, records from the last to the first,
 // lines from index 2, each the next item, until the items run out (an entity of two or more

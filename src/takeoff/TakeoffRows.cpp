@@ -28,6 +28,6 @@ TakeoffData CollectTakeoffRows(const Drawing& drawing, const std::vector<ObjectI
   return data;
 }
 
-bool IsAMaterialRow(const CTakeoffRow& row) { return SelectsAMaterial(row.field(4)); }
+bool IsAMaterialRow(const CTakeoffRow& row) { return SelectsAMaterial(row.field(LinePosition::kABFlag)); }
 
 }  // namespace tq

@@ -4,15 +4,16 @@
 #include <vector>
 
 #include "base/Text.hpp"
+#include "info/LineFields.hpp"
 #include "ports/Drawing.hpp"
 
 namespace tq {
 
 struct CTakeoffRow {
   ObjectId entity;
-  std::array<Text, 25> fields;
-  Text& field(int position) { return fields[static_cast<size_t>(position - 1)]; }
-  const Text& field(int position) const { return fields[static_cast<size_t>(position - 1)]; }
+  std::array<Text, kLinePositionCount> fields;
+  Text& field(LinePosition p) { return fields[IndexOf(p)]; }
+  const Text& field(LinePosition p) const { return fields[IndexOf(p)]; }
 };
 
 // Per entity (in the given order), per record ("TQ_STDINF01" first), per line.
@@ -24,7 +25,7 @@ CTakeoffRow ParseTakeoffLine(TextView line, ObjectId entity);
 // Every entity gets its (possibly empty) list of records; reading stops at the first gap.
 TakeoffData CollectTakeoffRows(const Drawing& drawing, const std::vector<ObjectId>& ids);
 
-// "A" or "1" in field 4, either case: A material in the list and the output.
+// "A" or "1" in the A/B flag, either case: A material in the list and the output.
 bool IsAMaterialRow(const CTakeoffRow& row);
 
 }  // namespace tq

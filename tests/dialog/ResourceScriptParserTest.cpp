@@ -2,6 +2,8 @@
 // errors, each naming its line.
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "dialog/DialogTemplate.hpp"
 
 namespace tq::dialog {
@@ -62,6 +64,31 @@ TEST(ResourceScriptParser, ShorthandStatementsGiveTheStylesRcImplies) {
     EXPECT_EQ(control.kind, c.kind) << ToUtf8(c.statement);
     EXPECT_EQ(control.windowClass, c.windowClass) << ToUtf8(c.statement);
   }
+}
+
+// With a style written, each statement keeps only part of its own style: windres writes these
+// for the statements given WS_DISABLED (0x08000000).
+TEST(ResourceScriptParser, AWrittenStyleIsAddedToTheStatementsBaseStyle) {
+  const std::pair<TextView, uint32_t> cases[] = {
+      {u"PUSHBUTTON \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58010000},
+      {u"DEFPUSHBUTTON \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58010001},
+      {u"CHECKBOX \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58010002},
+      {u"AUTOCHECKBOX \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58010003},
+      {u"STATE3 \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000005},
+      {u"AUTO3STATE \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000006},
+      {u"RADIOBUTTON \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000004},
+      {u"AUTORADIOBUTTON \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000009},
+      {u"GROUPBOX \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000007},
+      {u"LTEXT \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000000},
+      {u"RTEXT \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000002},
+      {u"CTEXT \"x\", 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000001},
+      {u"EDITTEXT 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58810000},
+      {u"COMBOBOX 11, 1, 1, 1, 1, WS_DISABLED\n", 0x58000000},
+      {u"CONTROL \"x\", 11, \"Button\", WS_DISABLED, 1, 1, 1, 1\n", 0x58000000},
+  };
+  for (auto [statement, style] : cases) EXPECT_EQ(Only(statement).style, style) << ToUtf8(statement);
+  EXPECT_EQ(Only(u"RADIOBUTTON \"x\", 11, 1, 1, 1, 1, WS_GROUP | WS_TABSTOP\n").style, 0x50030004u);
+  EXPECT_EQ(Only(u"RADIOBUTTON \"x\", 11, 1, 1, 1, 1, NOT WS_TABSTOP | NOT WS_VISIBLE\n").style, 0x40000004u);
 }
 
 TEST(ResourceScriptParser, AWrittenStyleAddsToTheImpliedOneAndNotClears) {
@@ -158,12 +185,14 @@ TEST(ResourceScriptParser, StringsReadQuotesAndEscapes) {
 
 TEST(ResourceScriptParser, CommentsAndBracesAreRead) {
   Result<ResourceScript> r = ParseResourceScript(
-      u"// a dialog\n/* made\n   by hand */ IDD_T DIALOGEX 0, 0, 10, 10\nFONT 9, \"f\"\n{\n"
+      u"// a dialog\n/* made\n   by hand */ IDD_T DIALOGEX 0, 0, 10, 10\nFONT 8, \"f\"\n{\n"
       u"  PUSHBUTTON \"a\", IDC_A, 1, 1, 1, 1 // the button\n}\n",
       kHeader);
   ASSERT_TRUE(r.ok()) << r.error().Describe();
   ASSERT_EQ(r->dialogs.size(), 1u);
   EXPECT_EQ(r->dialogs[0].controls.size(), 1u);
+  EXPECT_EQ(r->dialogs[0].fontSize, 8);
+  EXPECT_EQ(r->dialogs[0].fontName, u"f");
 }
 
 TEST(ResourceScriptParser, UnknownStyleNameFailsNamingTheLine) {
@@ -206,9 +235,35 @@ TEST(ResourceScriptParser, OtherFailuresNameTheirLines) {
   EXPECT_EQ(string.line, 9u);
   EXPECT_EQ(string.message, u"a string that is not closed on its line");
 
+  Error number = FailureOf(Script(u"PUSHBUTTON \"a\", 11, 1, 1, 1, 0x123456789012345678901234\n"));
+  EXPECT_EQ(number.line, 9u);
+  EXPECT_EQ(number.message, u"a number too large for 32 bits");
+  EXPECT_EQ(FailureOf(Script(u"PUSHBUTTON \"a\", 11, 1, 1, 1, 99999999999999999999999\n")).message,
+            u"a number too large for 32 bits");
+  EXPECT_EQ(FailureOf(Script(u"PUSHBUTTON \"a\", 11, 1, 1, 1, 0x\n")).message, u"a hexadecimal number without digits");
+
   Error resource = FailureOf(u"\nIDD_T MENU\nBEGIN\nEND\n");
   EXPECT_EQ(resource.line, 2u);
   EXPECT_EQ(resource.message, u"a resource of type MENU is not read");
+}
+
+// A second dialog or string with an id already used could never be found.
+TEST(ResourceScriptParser, RepeatedIdsFail) {
+  Text twice = Script(u"") + u"\n100 DIALOGEX 0, 0, 10, 10\nBEGIN\nEND\n";
+  Error dialog = FailureOf(twice);
+  EXPECT_EQ(dialog.line, 11u);
+  EXPECT_EQ(dialog.message, u"a second dialog with id 100");
+
+  Error string = FailureOf(u"STRINGTABLE\nBEGIN\n  11 \"a\"\n  IDC_A \"b\"\nEND\n");
+  EXPECT_EQ(string.line, 4u);
+  EXPECT_EQ(string.message, u"a second string with id 11");
+}
+
+TEST(ResourceScriptParser, OnlyTheUtf8CodePageIsRead) {
+  EXPECT_TRUE(ParseResourceScript(u"#pragma code_page( 65001 )\n", kHeader).ok());
+  Error e = FailureOf(u"\n#pragma code_page(932)\n");
+  EXPECT_EQ(e.line, 2u);
+  EXPECT_EQ(e.code, ErrorCode::Unsupported);
 }
 
 TEST(ResourceScriptParser, HeaderFailuresNameTheHeaderLine) {

@@ -60,13 +60,13 @@ TEST(EntityScan, MarkThenRestoreLeavesTheDrawingByteIdentical) {
   original.replace(original.find("  0\nAPPID\n  2\nACAD\n 70\n0\n"), 0, "  0\nAPPID\n  2\nTQ_STDCHECK\n 70\n0\n");
   Site site;
   RecordingEditor editor;
-  dxf::DxfDrawing drawing(dxf::Document::Load(original, false), "t.dxf");
+  dxf::DxfDrawing drawing(dxf::Document::Read(original).value(), "t.dxf");
   MarkingState marking;
   DrawingContext context{drawing, editor, *site.settings, {u"5", u"4"}, marking};
   MarkFrames(context, {drawing.FindHandle(u"B1")}, true);
   std::string marked = drawing.document().Serialize();
   ASSERT_NE(marked, original);
-  dxf::DxfDrawing reopened(dxf::Document::Load(marked, false), "t.dxf");
+  dxf::DxfDrawing reopened(dxf::Document::Read(marked).value(), "t.dxf");
   DrawingContext again{reopened, editor, *site.settings, {u"5", u"4"}, marking};
   MarkFrames(again, {reopened.FindHandle(u"B1")}, false);
   EXPECT_EQ(reopened.document().Serialize(), original);
@@ -106,7 +106,7 @@ class ThrowingDrawing : public dxf::DxfDrawing {
 TEST(EntityScan, MarkingGuardIsReleasedWhenWritingTheExtendedDataThrows) {
   Site site;
   RecordingEditor editor;
-  ThrowingDrawing drawing(dxf::Document::Load(R12Drawing(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200)), false),
+  ThrowingDrawing drawing(dxf::Document::Read(R12Drawing(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200))).value(),
                           "t.dxf");
   MarkingState marking;
   DrawingContext context{drawing, editor, *site.settings, {u"5", u"4"}, marking};
@@ -175,7 +175,7 @@ TEST(EntityScan, SelectionInARectangleIncludesItsEdges) {
 TEST(EntityScan, MarkAndRestoreOnTheExampleDrawingWrittenByEzdxf) {
   Site site;
   RecordingEditor editor;
-  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf")).value();
   MarkingState marking;
   DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}, marking};
   std::vector<ObjectId> with, without;

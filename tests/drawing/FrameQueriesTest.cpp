@@ -146,7 +146,7 @@ TEST(FrameQueries, TextExtentsInTheCurrentStyleTimesAHundred) {
 TEST(FrameQueries, TheSizeTableOfTheExampleDrawingIsFoundStepByStep) {
   Site site;
   RecordingEditor editor;
-  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf")).value();
   MarkingState marking;
   DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}, marking};
   FramePolygon frame = MakeFramePolygon(FrameGrid{}, 1, 1);

@@ -12,7 +12,7 @@ using namespace tq::test;
 namespace {
 
 std::unique_ptr<dxf::DxfDrawing> FromText(const std::string& text) {
-  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(text, false), "memory.dxf");
+  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(text).value(), "memory.dxf");
 }
 
 // The output differs from the input only inside [begin, end) of the input.
@@ -70,7 +70,7 @@ void MarkAndRestoreAll(dxf::DxfDrawing& drawing, std::vector<int>* coloursBefore
 
 // The drawing with "TQ_STDCHECK" registered, as after its first marking.
 std::string Registered(const std::string& original) {
-  auto drawing = std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(original, false), "memory.dxf");
+  auto drawing = std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(original).value(), "memory.dxf");
   ObjectId first = drawing->SelectAll({}).front();
   drawing->WriteXData(first, u"TQ_STDCHECK", {u"256"});
   drawing->RemoveXData(first, u"TQ_STDCHECK");
@@ -118,7 +118,7 @@ TEST(DxfEdit, NewApplicationIsRegistered) {
   auto drawing = FromText(ReadFixture("dxf/ezdxf_R2010.dxf"));
   ASSERT_FALSE(drawing->document().FindAppId(u"TQ_STDINF03"));
   drawing->WriteXData(drawing->FindHandle(u"42"), u"TQ_STDINF03", {u"a"});
-  auto reopened = dxf::Document::Load(drawing->document().Serialize(), false);
+  auto reopened = dxf::Document::Read(drawing->document().Serialize()).value();
   ASSERT_TRUE(reopened->FindAppId(u"TQ_STDINF03"));
 }
 
@@ -141,7 +141,7 @@ TEST(DxfEdit, NewEntityGetsAFreshHandleFromHandSeedWhichIsAdvanced) {
 TEST(DxfEdit, NewEntityOnAMissingLayerAddsTheLayer) {
   auto drawing = FromText(R12Drawing({}));
   drawing->AddLine({{0, 0, 0}, {1, 1, 0}, u"新しい層", 256});
-  auto reopened = dxf::Document::Load(drawing->document().Serialize(), false);
+  auto reopened = dxf::Document::Read(drawing->document().Serialize()).value();
   EXPECT_TRUE(reopened->FindLayer(u"新しい層"));
 }
 
@@ -178,7 +178,7 @@ TEST(DxfEdit, SaveIsAtomicAndKeepsTheOldFileAsBackup) {
   TempDir dir;
   std::string original = R12Drawing(LineTags("A1", 0, 0, 1, 1));
   dir.Write("plan.dxf", original);
-  auto drawing = dxf::DxfDrawing::Open(dir / "plan.dxf");
+  auto drawing = dxf::DxfDrawing::Open(dir / "plan.dxf").value();
   drawing->SetColourIndex(drawing->FindHandle(u"A1"), 5);
   drawing->Save();
   EXPECT_EQ(dir.Read("plan.dxf.bak"), original);
@@ -190,7 +190,7 @@ TEST(DxfEdit, FailedSaveLeavesTheOriginalUntouched) {
   TempDir dir;
   std::string original = R12Drawing(LineTags("A1", 0, 0, 1, 1));
   dir.Write("plan.dxf", original);
-  auto drawing = dxf::DxfDrawing::Open(dir / "plan.dxf");
+  auto drawing = dxf::DxfDrawing::Open(dir / "plan.dxf").value();
   drawing->SetColourIndex(drawing->FindHandle(u"A1"), 5);
   EXPECT_THROW(drawing->Save(dir / "no-such-folder" / "plan.dxf"), std::runtime_error);
   EXPECT_EQ(dir.Read("plan.dxf"), original);

@@ -17,7 +17,7 @@ TEST(DxfEncoding, CodePageOfDwgCodePageBefore) {
   EXPECT_EQ(codec.Decode("\x95\x57"), u"標");
   EXPECT_EQ(codec.Encode(u"標"), "\x95\x57");
   EXPECT_EQ(dxf::IcuNameOfDwgCodePage("ANSI_1251"), "windows-1251");
-  EXPECT_EQ(dxf::IcuNameOfDwgCodePage("unknown"), "windows-1252");
+  EXPECT_EQ(dxf::IcuNameOfDwgCodePage("unknown"), "");
 }
 
 TEST(DxfEncoding, UnicodeEscapesOfEitherCaseAreDecoded) {

@@ -12,7 +12,7 @@ using namespace tq::test;
 namespace {
 
 std::unique_ptr<dxf::DxfDrawing> Drawing(const Tags& entity) {
-  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(R12Drawing(entity), false), "m.dxf");
+  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(R12Drawing(entity)).value(), "m.dxf");
 }
 
 Extents Of(const Tags& entity) {
@@ -55,11 +55,10 @@ TEST(DxfExtents, MirroredCircleInItsObjectCoordinates) {
 TEST(DxfExtents, PolylineBulgeAddsItsArc) {
   // A half circle from (0,0) to (100,0), counter-clockwise: it passes below the chord.
   auto drawing = std::make_unique<dxf::DxfDrawing>(
-      dxf::Document::Load(R12Drawing({{0, "POLYLINE"}, {5, "B1"}, {8, "0"}, {66, "1"}, {10, "0"}, {20, "0"}, {30, "0"},
+      dxf::Document::Read(R12Drawing({{0, "POLYLINE"}, {5, "B1"}, {8, "0"}, {66, "1"}, {10, "0"}, {20, "0"}, {30, "0"},
                                       {0, "VERTEX"}, {5, "B2"}, {8, "0"}, {10, "0"}, {20, "0"}, {30, "0"}, {42, "1"},
                                       {0, "VERTEX"}, {5, "B3"}, {8, "0"}, {10, "100"}, {20, "0"}, {30, "0"},
-                                      {0, "SEQEND"}, {5, "B4"}, {8, "0"}}),
-                          false),
+                                      {0, "SEQEND"}, {5, "B4"}, {8, "0"}})).value(),
       "m.dxf");
   ExpectBox(*drawing->EntityExtents(drawing->FindHandle(u"B1")), 0, -50, 100, 0);
   EXPECT_EQ(drawing->SelectAll({}).size(), 1u);  // vertices are not selected on their own
@@ -81,7 +80,7 @@ TEST(DxfExtents, TextByAlignmentAndRotation) {
 }
 
 TEST(DxfExtents, EzdxfDrawingOfEveryType) {
-  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R2018.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R2018.dxf")).value();
   auto box = [&](const std::string& type) {
     std::vector<ObjectId> ids = drawing->SelectAll({FromUtf8(type), u""});
     EXPECT_FALSE(ids.empty()) << type;

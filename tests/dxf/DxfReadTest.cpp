@@ -10,13 +10,13 @@ using namespace tq::test;
 class EzdxfFixture : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(EzdxfFixture, ReadsEveryEntityTextAndRecordAsEzdxfDoes) {
-  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_" + GetParam() + ".dxf"));
+  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_" + GetParam() + ".dxf")).value();
   ExpectSameReading(*drawing, ParseListing(ReadFixture("dxf/ezdxf_" + GetParam() + ".expected.tsv")));
 }
 
 TEST_P(EzdxfFixture, OpenAndSaveWithoutChangesIsByteIdentical) {
   std::string original = ReadFixture("dxf/ezdxf_" + GetParam() + ".dxf");
-  auto doc = dxf::Document::Load(original, false);
+  auto doc = dxf::Document::Read(original).value();
   EXPECT_EQ(doc->Serialize(), original);
   TempDir dir;
   doc->Save(dir / "copy.dxf");
@@ -26,16 +26,16 @@ TEST_P(EzdxfFixture, OpenAndSaveWithoutChangesIsByteIdentical) {
 INSTANTIATE_TEST_SUITE_P(Versions, EzdxfFixture, ::testing::Values("R12", "R2000", "R2004", "R2010", "R2018"));
 
 TEST(DxfRead, VersionAndEncodingOfTheFile) {
-  auto r12 = dxf::Document::LoadFile(Fixture("dxf/ezdxf_R12.dxf"));
+  auto r12 = dxf::Document::ReadFile(Fixture("dxf/ezdxf_R12.dxf")).value();
   EXPECT_EQ(r12->version(), "AC1009");
   EXPECT_EQ(r12->codec().encodingName(), "windows-31j");
-  auto r2018 = dxf::Document::LoadFile(Fixture("dxf/ezdxf_R2018.dxf"));
+  auto r2018 = dxf::Document::ReadFile(Fixture("dxf/ezdxf_R2018.dxf")).value();
   EXPECT_EQ(r2018->version(), "AC1032");
   EXPECT_TRUE(r2018->codec().isUtf8());
 }
 
 TEST(DxfRead, SelectAllFiltersByTypeAndLayerInDatabaseOrder) {
-  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R2010.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R2010.dxf")).value();
   std::vector<ObjectId> texts = drawing->SelectAll({u"TEXT", u""});
   ASSERT_EQ(texts.size(), 2u);  // the text on the frozen layer is left out
   EXPECT_LT(texts[0], texts[1]);
@@ -47,7 +47,7 @@ TEST(DxfRead, SelectAllFiltersByTypeAndLayerInDatabaseOrder) {
 }
 
 TEST(DxfRead, TextDataOfASheetNumberText) {
-  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R2004.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R2004.dxf")).value();
   std::vector<ObjectId> texts = drawing->SelectAll({u"TEXT", u"5"});
   ASSERT_EQ(texts.size(), 1u);
   auto text = drawing->TextData(texts[0]);
@@ -59,7 +59,7 @@ TEST(DxfRead, TextDataOfASheetNumberText) {
 }
 
 TEST(DxfRead, LineDataOfALine) {
-  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R12.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R12.dxf")).value();
   std::vector<ObjectId> lines = drawing->SelectAll({u"LINE", u""});
   ASSERT_EQ(lines.size(), 2u);
   auto line = drawing->LineData(lines[1]);
@@ -70,7 +70,7 @@ TEST(DxfRead, LineDataOfALine) {
 }
 
 TEST(DxfRead, UnknownIdsGiveNothing) {
-  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R12.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(Fixture("dxf/ezdxf_R12.dxf")).value();
   EXPECT_EQ(drawing->EntityType(ObjectId{}), u"");
   EXPECT_FALSE(drawing->TextData(ObjectId{999999}));
   EXPECT_FALSE(drawing->ReadXData(ObjectId{999999}, u"TQ_STDINF01"));

@@ -189,13 +189,12 @@ TEST(DxfValues, TagsNotedWhileLoadingMatchTagsReadAgain) {
     bytes += line("  0") + line("TEXT") + line("  8") + line("5") + line("  1") + line("M-1") + line("1001") +
              line("TQ_STDINF01") + line("1000") + line("a,b") + line("1000") + line("");
     bytes += line("  0") + line("POINT") + std::string(70000, ' ') + line("8") + line("0") + line(" 10") + line("0");
-    auto whole = Document::Load(bytes + line("  0") + line("ENDSEC") + line("  0") + "EOF", false);
+    auto whole = Document::Read(bytes + line("  0") + line("ENDSEC") + line("  0") + "EOF").value();
     ASSERT_EQ(whole->records().size(), 3u);
     EXPECT_GT(whole->records()[1].pairCount, 0u);
     EXPECT_EQ(whole->records()[2].pairCount, 0u) << "a code line too long to note is read again";
     ExpectNotedTagsAsRead(*whole);
-    std::vector<Problem> problems;
-    auto cut = Document::Load(bytes + line("  0") + line("LINE") + line("  8") + "0", true, &problems);
+    auto cut = std::move(Document::Recover(bytes + line("  0") + line("LINE") + line("  8") + "0").value().document);
     ASSERT_EQ(cut->records().size(), 4u);
     EXPECT_GT(cut->records()[3].pairCount, 0u);
     ExpectNotedTagsAsRead(*cut);

@@ -11,7 +11,7 @@ using namespace tq::test;
 
 namespace {
 std::unique_ptr<dxf::DxfDrawing> FromText(const std::string& text) {
-  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(text, false), "memory.dxf");
+  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(text).value(), "memory.dxf");
 }
 std::unique_ptr<dxf::DxfDrawing> Reopen(const dxf::DxfDrawing& drawing) { return FromText(drawing.document().Serialize()); }
 }  // namespace

@@ -30,7 +30,7 @@ TEST(InfoRecord, Records01And02And04OnlyTwoAreReadAnd04StaysUntouched) {
   ObjectId text = s.Id(u"B1");
   StdInfRecords records = ReadInfoRecords(*s.drawing, text, kKeys);
   ASSERT_EQ(records.size(), 2u);
-  EXPECT_EQ(records[1][0].member(1), u"d");
+  EXPECT_EQ(records[1][0].member(RowMember::kSymbolOrUnits), u"d");
   EXPECT_EQ(CountInfoRecords(*s.drawing, text), 2);
   ASSERT_TRUE(WriteInfoRecords(*s.drawing, text, records, 2));
   EXPECT_EQ(*s.drawing->ReadXData(text, u"TQ_STDINF04"), Lines({u"x", u"y", u"z"}));
@@ -38,33 +38,36 @@ TEST(InfoRecord, Records01And02And04OnlyTwoAreReadAnd04StaysUntouched) {
 
 TEST(InfoRecord, LineOfTwoFieldsGivesMembers1And2AndAllElseEmpty) {
   CStdInfRow row = ParseInfoLine(u"AC-1,空調機", 2, kKeys);
-  EXPECT_EQ(row.member(1), u"AC-1");
-  EXPECT_EQ(row.member(2), u"空調機");
-  for (int m = 3; m <= 25; ++m) EXPECT_TRUE(row.member(m).empty()) << m;
+  EXPECT_EQ(row.member(RowMember::kSymbolOrUnits), u"AC-1");
+  EXPECT_EQ(row.member(RowMember::kEquipmentName), u"空調機");
+  for (int m = 3; m <= 25; ++m) EXPECT_TRUE(row.member(MemberAt(static_cast<size_t>(m) - 1)).empty()) << m;
 }
 
 TEST(InfoRecord, SeventeenFieldLineWithAnUnknownKeyGivesMember20DashFromLineIndex2Only) {
   Text line = u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録";
-  for (size_t index : {0u, 1u}) EXPECT_EQ(ParseInfoLine(line, index, kKeys).member(20), u"") << index;
-  for (size_t index : {2u, 3u, 9u}) EXPECT_EQ(ParseInfoLine(line, index, kKeys).member(20), u"-") << index;
-  EXPECT_EQ(ParseInfoLine(line, 2, kKeys).member(25), u"未登録");
+  for (size_t index : {0u, 1u}) EXPECT_EQ(ParseInfoLine(line, index, kKeys).member(RowMember::kAttributeValue), u"") << index;
+  for (size_t index : {2u, 3u, 9u}) EXPECT_EQ(ParseInfoLine(line, index, kKeys).member(RowMember::kAttributeValue), u"-") << index;
+  EXPECT_EQ(ParseInfoLine(line, 2, kKeys).member(RowMember::kAttributeKey), u"未登録");
 }
 
 TEST(InfoRecord, KnownKeyFillsMember20WithTheTableEntryUnlessPosition21Follows) {
-  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,保温アリ,備考", 0, std::vector<Text>{u"保温アリ"}).member(20), u"保温アリ");
-  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,GIVEN,x", 5, std::vector<Text>{u"given"}).member(20), u"given");
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,保温アリ,備考", 0, std::vector<Text>{u"保温アリ"}).member(RowMember::kAttributeValue), u"保温アリ");
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,GIVEN,x", 5, std::vector<Text>{u"given"}).member(RowMember::kAttributeValue), u"given");
+  // The first entry that matches wins.
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,given", 0, std::vector<Text>{u"Given", u"GIVEN"}).member(RowMember::kAttributeValue),
+            u"Given");
   // With 21 fields position 21 overwrites member 20, even when empty.
-  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録,18,19,20,21", 4, kKeys).member(20), u"21");
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録,18,19,20,21", 4, kKeys).member(RowMember::kAttributeValue), u"21");
   // A trailing comma gives no field: 20 fields, so the rule's "-" stands.
-  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録,18,19,20,", 4, kKeys).member(20), u"-");
-  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録,18,19,20,,22", 4, kKeys).member(20), u"");
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録,18,19,20,", 4, kKeys).member(RowMember::kAttributeValue), u"-");
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,未登録,18,19,20,,22", 4, kKeys).member(RowMember::kAttributeValue), u"");
   // Fewer than 17 fields never reach the rule.
-  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16", 4, kKeys).member(20), u"");
+  EXPECT_EQ(ParseInfoLine(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16", 4, kKeys).member(RowMember::kAttributeValue), u"");
 }
 
 TEST(InfoRecord, Member25IsStoredAtPosition17AndMembers17To24Follow) {
   CStdInfRow row;
-  for (int m = 1; m <= 25; ++m) row.member(m) = Text(u"m") + FromUtf8(std::to_string(m));
+  for (int m = 1; m <= 25; ++m) row.member(MemberAt(static_cast<size_t>(m) - 1)) = Text(u"m") + FromUtf8(std::to_string(m));
   EXPECT_EQ(FormatInfoLine(row), u"m1,m2,m3,m4,m5,m6,m7,m8,m9,m10,m11,m12,m13,m14,m15,m16,m25,m17,m18,m19,m20,m21,m22,m23,m24");
   CStdInfRow back = ParseInfoLine(FormatInfoLine(row), 2, kKeys);
   EXPECT_EQ(back.members, row.members);
@@ -74,19 +77,19 @@ TEST(InfoRecord, FieldsPastThe25thAreIgnored) {
   Text line;
   for (int i = 1; i <= 30; ++i) line += FromUtf8(std::to_string(i)) + u",";
   CStdInfRow row = ParseInfoLine(line, 2, kKeys);
-  EXPECT_EQ(row.member(24), u"25");
+  EXPECT_EQ(row.member(RowMember::kBMaterialKey), u"25");
   EXPECT_EQ(FormatInfoLine(row).size(), line.size() - std::string("26,27,28,29,30,").size() - 1);
 }
 
 TEST(InfoRecord, ACommaTypedInAFieldSplitsItAndShiftsEveryLaterField) {
   CStdInfRow row;
-  row.member(1) = u"AC-1";
-  row.member(2) = u"空調機,予備";
-  row.member(3) = u"冷温水";
+  row.member(RowMember::kSymbolOrUnits) = u"AC-1";
+  row.member(RowMember::kEquipmentName) = u"空調機,予備";
+  row.member(RowMember::kWorkItem) = u"冷温水";
   CStdInfRow back = ParseInfoLine(FormatInfoLine(row), 2, kKeys);
-  EXPECT_EQ(back.member(2), u"空調機");
-  EXPECT_EQ(back.member(3), u"予備");
-  EXPECT_EQ(back.member(4), u"冷温水");
+  EXPECT_EQ(back.member(RowMember::kEquipmentName), u"空調機");
+  EXPECT_EQ(back.member(RowMember::kWorkItem), u"予備");
+  EXPECT_EQ(back.member(RowMember::kABFlag), u"冷温水");
 }
 
 TEST(InfoRecord, Record2EmptiedAtWritingKeepsItsOldLinesAndRecord3IsStillWrittenUnder03) {
@@ -95,7 +98,7 @@ TEST(InfoRecord, Record2EmptiedAtWritingKeepsItsOldLinesAndRecord3IsStillWritten
   ObjectId text = s.Id(u"B1");
   StdInfRecords records = ReadInfoRecords(*s.drawing, text, kKeys);
   records[1].clear();
-  records[2][0].member(1) = u"G";
+  records[2][0].member(RowMember::kSymbolOrUnits) = u"G";
   ASSERT_TRUE(WriteInfoRecords(*s.drawing, text, records, 3));
   EXPECT_EQ(*s.drawing->ReadXData(text, u"TQ_STDINF02"), Lines({u"d", u"e", u"f"}));
   EXPECT_EQ(s.drawing->ReadXData(text, u"TQ_STDINF03")->front(), u"G,,,,,,,,,,,,,,,,,,,,,,,,");
@@ -119,11 +122,11 @@ TEST(InfoRecord, NamesHaveThreeDigitsFrom100AndReadingGoesOnPast99) {
   EXPECT_EQ(InfoRecordName(100), u"TQ_STDINF100");
   Scene s(TextTags("B1", "M-1", 100, 100));
   StdInfRecords records(101, CStdInfRecord(1));
-  for (size_t i = 0; i < records.size(); ++i) records[i][0].member(1) = FromUtf8(std::to_string(i + 1));
+  for (size_t i = 0; i < records.size(); ++i) records[i][0].member(RowMember::kSymbolOrUnits) = FromUtf8(std::to_string(i + 1));
   ASSERT_TRUE(WriteInfoRecords(*s.drawing, s.Id(u"B1"), records, 0));
   StdInfRecords back = ReadInfoRecords(*s.drawing, s.Id(u"B1"), kKeys);
   ASSERT_EQ(back.size(), 101u);
-  EXPECT_EQ(back[100][0].member(1), u"101");
+  EXPECT_EQ(back[100][0].member(RowMember::kSymbolOrUnits), u"101");
 }
 
 TEST(InfoRecord, RecordOverThePerObjectLimitIsRefusedNamingTheSheetBeforeAnythingIsWritten) {
@@ -133,9 +136,9 @@ TEST(InfoRecord, RecordOverThePerObjectLimitIsRefusedNamingTheSheetBeforeAnythin
   std::string before = s.drawing->document().Serialize();
   StdInfRecords records(2);
   records[0].resize(3);
-  records[0][0].member(1) = u"new";
+  records[0][0].member(RowMember::kSymbolOrUnits) = u"new";
   CStdInfRow big;
-  big.member(2) = Text(200, u'x');
+  big.member(RowMember::kEquipmentName) = Text(200, u'x');
   records[1].assign(60, big);
   Status written = WriteInfoRecords(*s.drawing, text, records, 1);
   ASSERT_FALSE(written) << "the records were written";
@@ -149,26 +152,26 @@ TEST(InfoRecord, RecordOverThePerObjectLimitIsRefusedNamingTheSheetBeforeAnythin
 TEST(InfoRecord, ALineLongerThanOneStringIsSplitAndJoinedAgainOnReading) {
   Scene s(TextTags("B1", "M-1", 100, 100));
   StdInfRecords records(1, CStdInfRecord(3));
-  for (int m = 1; m <= 25; ++m) records[0][2].member(m) = Text(12, u'配');  // 25 × 24 bytes in CP932
+  for (int m = 1; m <= 25; ++m) records[0][2].member(MemberAt(static_cast<size_t>(m) - 1)) = Text(12, u'配');  // 25 × 24 bytes in CP932
   ASSERT_TRUE(WriteInfoRecords(*s.drawing, s.Id(u"B1"), records, 0));
   std::string saved = s.drawing->document().Serialize();
   EXPECT_NE(saved.find("1002\n{\n"), std::string::npos);
-  auto reopened = std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(saved, false), "r.dxf");
+  auto reopened = std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(saved).value(), "r.dxf");
   StdInfRecords back = ReadInfoRecords(*reopened, reopened->FindHandle(u"B1"), kKeys);
   EXPECT_EQ(back[0][2].members, records[0][2].members);
 }
 
 TEST(InfoRecord, RecordsOfTheExampleDrawingWrittenByEzdxf) {
-  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf"));
+  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf")).value();
   ObjectId m101 = drawing->FindHandle(u"42");
   StdInfRecords records = ReadInfoRecords(*drawing, m101, kKeys);
   ASSERT_EQ(records.size(), 2u);
-  EXPECT_EQ(records[0][2].member(1), u"AC-1");
-  EXPECT_EQ(records[0][2].member(25), u"保温あり");
-  EXPECT_EQ(records[1][2].member(6), u"一般配管用ステンレス鋼鋼管");
+  EXPECT_EQ(records[0][2].member(RowMember::kSymbolOrUnits), u"AC-1");
+  EXPECT_EQ(records[0][2].member(RowMember::kAttributeKey), u"保温あり");
+  EXPECT_EQ(records[1][2].member(RowMember::kMemberName), u"一般配管用ステンレス鋼鋼管");
   ObjectId d301 = drawing->FindHandle(u"F5");
   StdInfRecords older = ReadInfoRecords(*drawing, d301, std::vector<Text>{u"S040", u"保温なし"});
-  EXPECT_EQ(older[0][2].member(20), u"S040");  // 17 fields: the key found
-  EXPECT_EQ(older[0][3].member(20), u"保温なし");
-  EXPECT_EQ(older[0][4].member(20), u"");      // 7 fields: the rule is not reached
+  EXPECT_EQ(older[0][2].member(RowMember::kAttributeValue), u"S040");  // 17 fields: the key found
+  EXPECT_EQ(older[0][3].member(RowMember::kAttributeValue), u"保温なし");
+  EXPECT_EQ(older[0][4].member(RowMember::kAttributeValue), u"");      // 7 fields: the rule is not reached
 }

@@ -39,14 +39,14 @@ class EzdxfInterop : public ::testing::TestWithParam<std::string> {
 
 TEST_P(EzdxfInterop, DrawingWrittenByEzdxfIsReadWithEveryEntityTextAndRecord) {
   std::filesystem::path path = Written();
-  auto drawing = dxf::DxfDrawing::Open(path);
+  auto drawing = dxf::DxfDrawing::Open(path).value();
   ExpectSameReading(*drawing, EzdxfRead(path));
 }
 
 TEST_P(EzdxfInterop, DrawingWeWriteIsReadByEzdxfWithTheSameDataAndPassesItsAudit) {
   std::filesystem::path path = Written();
   Listing before = EzdxfRead(path);
-  auto drawing = dxf::DxfDrawing::Open(path);
+  auto drawing = dxf::DxfDrawing::Open(path).value();
   std::vector<ObjectId> texts = drawing->SelectAll({u"TEXT", u"5"});
   ASSERT_EQ(texts.size(), 1u);
   ObjectId sheet = texts[0];

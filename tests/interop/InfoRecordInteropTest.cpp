@@ -16,16 +16,16 @@ TEST(InfoRecordInterop, RecordsWeWriteAreReadByEzdxfLineForLine) {
     TempDir dir;
     std::filesystem::path path = dir / "d.dxf";
     ASSERT_EQ(RunEzdxfTool("write " + version + " " + path.string()).status, 0);
-    auto drawing = dxf::DxfDrawing::Open(path);
+    auto drawing = dxf::DxfDrawing::Open(path).value();
     ObjectId sheet = drawing->SelectAll({u"TEXT", u"5"}).front();
     StdInfRecords records(3);
     for (size_t r = 0; r < records.size(); ++r) {
       records[r].resize(4);
       for (size_t l = 0; l < 4; ++l)
         for (int m = 1; m <= 25; ++m)
-          records[r][l].member(m) = m == 6 ? Text(u"スパイラルダクト") : FromUtf8(std::to_string(r * 100 + l * 10 + static_cast<size_t>(m)));
+          records[r][l].member(MemberAt(static_cast<size_t>(m) - 1)) = m == 6 ? Text(u"スパイラルダクト") : FromUtf8(std::to_string(r * 100 + l * 10 + static_cast<size_t>(m)));
     }
-    records[2][3].member(14) = Text(150, u'仕');  // a line longer than one string may hold
+    records[2][3].member(RowMember::kSpecification) = Text(150, u'仕');  // a line longer than one string may hold
     ASSERT_TRUE(WriteInfoRecords(*drawing, sheet, records, CountInfoRecords(*drawing, sheet)));
     drawing->Save();
     RunResult r = RunEzdxfTool("read " + path.string());
@@ -45,18 +45,18 @@ TEST(InfoRecordInterop, RecordsEzdxfWroteAreRead) {
   TempDir dir;
   std::filesystem::path path = dir / "d.dxf";
   ASSERT_EQ(RunEzdxfTool("write R2010 " + path.string()).status, 0);
-  auto drawing = dxf::DxfDrawing::Open(path);
+  auto drawing = dxf::DxfDrawing::Open(path).value();
   ObjectId sheet = drawing->SelectAll({u"TEXT", u"5"}).front();
   StdInfRecords records = ReadInfoRecords(*drawing, sheet, std::vector<Text>{});
   ASSERT_EQ(records.size(), 2u);
-  EXPECT_EQ(records[0][2].member(1), u"AC-1");
-  EXPECT_EQ(records[0][2].member(6), u"スパイラルダクト");
-  EXPECT_EQ(records[0][2].member(19), u"共通");  // position 20
-  EXPECT_EQ(records[0][2].member(20), u"");      // position 21, empty, after the fill rule
-  EXPECT_EQ(records[0][3].member(1), u"");
+  EXPECT_EQ(records[0][2].member(RowMember::kSymbolOrUnits), u"AC-1");
+  EXPECT_EQ(records[0][2].member(RowMember::kMemberName), u"スパイラルダクト");
+  EXPECT_EQ(records[0][2].member(RowMember::kUseCode), u"共通");  // position 20
+  EXPECT_EQ(records[0][2].member(RowMember::kAttributeValue), u"");      // position 21, empty, after the fill rule
+  EXPECT_EQ(records[0][3].member(RowMember::kSymbolOrUnits), u"");
   ASSERT_EQ(records[1].size(), 2u);
   // The braced long line, joined: twelve comma-separated copies, so twelve members.
-  EXPECT_EQ(records[1][1].member(1), u"SUS304 一般配管用ステンレス鋼鋼管 20A");
-  EXPECT_EQ(records[1][1].member(12), u"SUS304 一般配管用ステンレス鋼鋼管 20A");
-  EXPECT_EQ(records[1][1].member(13), u"");
+  EXPECT_EQ(records[1][1].member(RowMember::kSymbolOrUnits), u"SUS304 一般配管用ステンレス鋼鋼管 20A");
+  EXPECT_EQ(records[1][1].member(RowMember::kAfterDimension3), u"SUS304 一般配管用ステンレス鋼鋼管 20A");
+  EXPECT_EQ(records[1][1].member(RowMember::kMaterial), u"");
 }

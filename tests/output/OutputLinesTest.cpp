@@ -167,6 +167,7 @@ TEST(OutputLines, NoTakeoffDataGivesNothingNotEvenTheHeader) { EXPECT_TRUE(Build
 TEST(OutputLines, UnitsFromLine3OrTheLargestOfAllLines) {
   EXPECT_EQ(UnitCount(RecordOf({u"h", u"h", u"A-1"})), 0);
   EXPECT_EQ(UnitCount(RecordOf({u"h", u"h", u"A-1", u"3"})), 3);
+  EXPECT_EQ(UnitCount(RecordOf({u"h", u"9", u"A-1", u"2"})), 2);  // line 3 wins over a larger number elsewhere
   EXPECT_EQ(UnitCount(RecordOf({u"7", u"h", u"A-1", u"x", u"4"})), 7);
   EXPECT_EQ(UnitCount(RecordOf({u"h", u"h", u"A-1", u"-2"})), 0);
 }

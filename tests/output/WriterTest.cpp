@@ -96,6 +96,12 @@ TEST(FileOutput, AShortLastValuesFileGivesTheValuesReadSoFar) {
   EXPECT_EQ(v->outputKind, OutputKind::Aggregate);
   EXPECT_EQ(v->separatorKind, SeparatorKind::Tab);
   EXPECT_EQ(v->category, u"");
+  dir.Write("v2.dat", "1\n1\n");
+  v = ReadLastValues(dir.TextPath("v2.dat"), Cp932());
+  ASSERT_TRUE(v);
+  EXPECT_EQ(v->outputKind, OutputKind::Aggregate);
+  EXPECT_EQ(v->separatorKind, SeparatorKind::Pipe);
+  EXPECT_EQ(v->category, u"");
   EXPECT_FALSE(ReadLastValues(dir.TextPath("none.dat"), Cp932()));
 }
 
@@ -104,13 +110,15 @@ TEST(FileOutput, WithNoTakeoffDataNothingIsWritten) {
   dir.Write("Velum.ini", "");
   FakeHost host(dir.TextPath("Velum.ini"));
   Folders folders(host, host.codePage());
-  std::vector<Text> lines;
+  OutputLineList lines;
   bool asked = false;
-  Result<OutputResult> r = OutputTakeoff({}, ReferenceTables(), folders, {OutputKind::List, SeparatorKind::Tab, u""}, u"plan.dxf", lines,
-                                 [&](TextView) -> std::optional<std::filesystem::path> {
-                                   asked = true;
-                                   return dir / "x.txt";
-                                 });
+  OutputHooks hooks;
+  hooks.choosePath = [&](TextView) -> std::optional<std::filesystem::path> {
+    asked = true;
+    return dir / "x.txt";
+  };
+  Result<OutputResult> r =
+      OutputTakeoff({}, ReferenceTables(), folders, {OutputKind::List, SeparatorKind::Tab, u""}, u"plan.dxf", lines, hooks);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->outcome, OutputResult::Outcome::NothingToOutput);
   EXPECT_FALSE(asked);
@@ -121,13 +129,15 @@ TEST(FileOutput, TheCinetCodeFileReusesTheLastBuild) {
   dir.Write("Velum.ini", "");
   FakeHost host(dir.TextPath("Velum.ini"));
   Folders folders(host, host.codePage());
-  std::vector<Text> lines{u"built,before,"};
+  OutputLineList lines{{u"built,before,"}, {LineOrigin{}}};
   Text asked;
-  Result<OutputResult> r = OutputTakeoff({}, ReferenceTables(), folders, {OutputKind::Cinet, SeparatorKind::Comma, u""}, u"/w/plan.dxf", lines,
-                                 [&](TextView name) -> std::optional<std::filesystem::path> {
-                                   asked = Text(name);
-                                   return dir / "c.txt";
-                                 });
+  OutputHooks hooks;
+  hooks.choosePath = [&](TextView name) -> std::optional<std::filesystem::path> {
+    asked = Text(name);
+    return dir / "c.txt";
+  };
+  Result<OutputResult> r =
+      OutputTakeoff({}, ReferenceTables(), folders, {OutputKind::Cinet, SeparatorKind::Comma, u""}, u"/w/plan.dxf", lines, hooks);
   ASSERT_TRUE(r);
   EXPECT_EQ(r->outcome, OutputResult::Outcome::Written);
   EXPECT_EQ(asked, u"/w/plan_CI-NETコード");

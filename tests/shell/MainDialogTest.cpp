@@ -95,9 +95,10 @@ TEST(MainDialog, TakeoffCheckWithoutAnyStandardDrawingPrintsThatNoneIsFound) {
 
 TEST(MainDialog, TakeoffCheckWhereAllCarryInformationShowsNoWarningBox) {
   Scene s(TextTags("B1", "M-1", 26000, 1000) + Record("TQ_STDINF01", "a") + LineTags("C1", 100, 100, 200, 200));
-  ScriptRun run = RunScript(*s.drawing, *s.site.folders, "command TQ_STD_INF\nclick 200:203\n");
+  ScriptRun run = RunScript(*s.drawing, *s.site.folders, "command TQ_STD_INF\nclick 200:203\nclick 2000:1\n");
   ASSERT_TRUE(run.ok) << run.All();
   EXPECT_EQ(run.Count("\"messagebox\""), 0u);
+  EXPECT_TRUE(run.Has(R"({"event":"dialog","id":2000,"caption":"標準図拾い確認","modal":true})")) << run.All();
   EXPECT_EQ(s.drawing->ColourIndex(s.Id(u"C1")), 256);
 }
 
@@ -114,8 +115,8 @@ class ColourLog : public dxf::DxfDrawing {
 
 TEST(MainDialog, TheFramesWithoutInformationAreMarkedAroundTheWarningBoxOnly) {
   Site site;
-  ColourLog drawing(dxf::Document::Load(R12Drawing(TwoSheets()), false), "t.dxf");
-  ScriptRun run = RunScript(drawing, *site.folders, "command TQ_STD_INF\nclick 200:203\nanswer OK\n");
+  ColourLog drawing(dxf::Document::Read(R12Drawing(TwoSheets())).value(), "t.dxf");
+  ScriptRun run = RunScript(drawing, *site.folders, "command TQ_STD_INF\nclick 200:203\nanswer OK\nclick 2000:1\n");
   ASSERT_TRUE(run.ok) << run.All();
   EXPECT_TRUE(run.Has(kWarningBox));
   // The frame without information (C2, B2) is coloured 1 and then given its colour back; the
@@ -127,7 +128,8 @@ TEST(MainDialog, AfterTheWarningBoxTheOldColoursAreBackWhetherOkOrCancel) {
   for (const char* answer : {"OK", "Cancel"}) {
     Scene s(TwoSheets());
     std::string before = s.drawing->document().Serialize();
-    ScriptRun run = RunScript(*s.drawing, *s.site.folders, std::string("command TQ_STD_INF\nclick 200:203\nanswer ") + answer + "\n");
+    ScriptRun run = RunScript(*s.drawing, *s.site.folders, std::string("command TQ_STD_INF\nclick 200:203\nanswer ") + answer + "\n" +
+                                                                     (answer == std::string("OK") ? "close 2000\nanswer OK\n" : ""));
     ASSERT_TRUE(run.ok) << run.All();
     ASSERT_TRUE(run.Has(kWarningBox)) << run.All();
     EXPECT_EQ(s.drawing->ColourIndex(s.Id(u"C2")), 3) << answer;

@@ -60,7 +60,7 @@ class RecordingEditor : public Editor {
 };
 
 inline std::unique_ptr<dxf::DxfDrawing> DrawingOf(const Tags& entities) {
-  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Load(R12Drawing(entities), false), "test.dxf");
+  return std::make_unique<dxf::DxfDrawing>(dxf::Document::Read(R12Drawing(entities)).value(), "test.dxf");
 }
 
 // A drawing, its editor and its site, wired as the rules expect.

@@ -22,8 +22,8 @@ TEST(TakeoffRows, ARecordOfExactlyTwoLinesShowsNoItem) {
 
 TEST(TakeoffRows, FieldsInLineOrderWithoutReordering) {
   CTakeoffRow row = Row(u"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26");
-  EXPECT_EQ(row.field(17), u"17");
-  EXPECT_EQ(row.field(25), u"25");
+  EXPECT_EQ(row.field(LinePosition::kAttributeKey), u"17");
+  EXPECT_EQ(row.field(LinePosition::kBMaterialKey), u"25");
 }
 
 TEST(TakeoffRows, TwoMemberNameLinesWithTheSameMemberTheLaterCodeIsUsed) {
@@ -45,7 +45,7 @@ TEST(TakeoffRows, AnAMaterialRowWhoseMemberIsInNoTableGetsTheUnknownCodeInItsCol
   TakeoffData data{{RecordOf({u"h", u"h", u"X-1,,給水,a,,未登録の部材,15,A"})}};
   std::vector<TakeoffItem> items = FillTakeoffList(data, TakeoffRules(t));
   EXPECT_EQ(items[0][17], u"Z9999999999999");
-  EXPECT_EQ(data[0][0][2].field(19), u"Z9999999999999");
+  EXPECT_EQ(data[0][0][2].field(LinePosition::kCinetCode), u"Z9999999999999");
 }
 
 TEST(TakeoffRows, BMaterialCodeByField25BeforeTheMember) {
@@ -99,6 +99,12 @@ TEST(TakeoffRows, AStoredUseCodeDashIsShownAsDashAnEmptyOneOnBMaterialMayBecomeD
   EXPECT_EQ(items[1][18], u"-");        // B material, no settings, no use assignment
   EXPECT_EQ(items[2][18], u"冷温水用");  // from the use assignment of the work item
   EXPECT_EQ(items[3][18], u"給水用");    // settings column 6 "1" through group SC01
+
+  // A "-" from the settings is not kept: the use assignment of the work item decides.
+  t.bSettings = Columns(u"保温筒,,,,,,7", 12);
+  t.attributeGroups[u"SC01"] = Columns(u"SC01,7,-", 3);
+  TakeoffData dash{{RecordOf({u"h", u"h", u",,冷温水,,,保温筒"})}};
+  EXPECT_EQ(FillTakeoffList(dash, TakeoffRules(t))[0][TakeoffColumn::kUseCode], u"冷温水用");
 }
 
 TEST(TakeoffRows, DefaultsOfMaterialSpecificationAndClasses) {
@@ -113,6 +119,20 @@ TEST(TakeoffRows, DefaultsOfMaterialSpecificationAndClasses) {
   EXPECT_EQ(items[1][20], u"自社手配");  // A material: key "0"
   EXPECT_EQ(items[2][12], u"SUS");      // a stored value is shown as stored
   EXPECT_EQ(items[2][19], u"新設");
+
+  // Each class column reads its own settings column through its own group: with a key of its
+  // own in each, a column read from another place shows nothing.
+  t.bSettings = Columns(u"吊りボルト,全ねじ,SS400,M10,本,32010101000000,1,3,,4,5,6", 12);
+  t.attributeGroups[u"SC03"] = Columns(u"SC03,3,改修", 3);
+  t.attributeGroups[u"SC04"] = Columns(u"SC04,4,支給", 3);
+  t.attributeGroups[u"SC05"] = Columns(u"SC05,5,夜間", 3);
+  t.attributeGroups[u"SC06"] = Columns(u"SC06,6,あり", 3);
+  TakeoffData own{{RecordOf({u"h", u"h", u",,給水,,,吊りボルト"})}};
+  items = FillTakeoffList(own, TakeoffRules(t));
+  EXPECT_EQ(items[0][TakeoffColumn::kConstructionCode], u"改修");
+  EXPECT_EQ(items[0][TakeoffColumn::kSupplyClass], u"支給");
+  EXPECT_EQ(items[0][TakeoffColumn::kNightWorkClass], u"夜間");
+  EXPECT_EQ(items[0][TakeoffColumn::kLiningClass], u"あり");
 }
 
 TEST(TakeoffRows, CopyBackPairsItemsWithTheRecordsWalkedBackwardsAsTheSuiteDoes) {
@@ -122,9 +142,9 @@ TEST(TakeoffRows, CopyBackPairsItemsWithTheRecordsWalkedBackwardsAsTheSuiteDoes)
   ASSERT_EQ(items.size(), 3u);
   CopyBack(data, items);
   // The second record receives the first two items, the first record the third.
-  EXPECT_EQ(data[0][1][2].field(2), u"first");
-  EXPECT_EQ(data[0][1][3].field(2), u"second");
-  EXPECT_EQ(data[0][0][2].field(2), u"third");
+  EXPECT_EQ(data[0][1][2].field(LinePosition::kEquipmentName), u"first");
+  EXPECT_EQ(data[0][1][3].field(LinePosition::kEquipmentName), u"second");
+  EXPECT_EQ(data[0][0][2].field(LinePosition::kEquipmentName), u"third");
 }
 
 TEST(TakeoffRows, WithOneRecordPerEntityRegisterWritesEveryLineUnder01WithTheShownTexts) {
