@@ -8,7 +8,7 @@ TQSTD  := $(BUILD)/hosts/tqstd
 SITE   := examples/site
 WERROR := $(if $(filter true,$(CI)),ON,OFF)
 
-.PHONY: deps configure build demo test asan tsan bench fuzz clean windows windows-test
+.PHONY: deps configure build demo test asan tsan bench fuzz clean screenshots windows windows-test
 FUZZ_SECONDS ?= 60
 
 deps:
@@ -55,6 +55,14 @@ bench:
 	./bench/run_collect.sh build/release
 	./bench/run_script.sh build/release
 	./bench/run_calc.sh build/release
+	./bench/run_workbench.sh build/release
+
+# The workbench with the example drawing and its frames, under a virtual X server.
+SHOTS := build/screenshots
+screenshots: build
+	mkdir -p $(SHOTS)
+	xvfb-run -a -s "-screen 0 1600x1000x24" $(BUILD)/hosts/qt/tqstd-workbench --grab $(SHOTS)/workbench.png $(SITE)/drawings/設備標準図.dxf
+	@echo "saved $(SHOTS)/workbench.png"
 
 # Windows: built with MinGW-w64, statically, and tested under Wine (no display needed).
 WINDOWS := build/windows

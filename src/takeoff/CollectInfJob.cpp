@@ -1,3 +1,4 @@
+#include "info/LineFields.hpp"
 #include "takeoff/CollectInfJob.hpp"
 
 #include "base/Lookup.hpp"
@@ -115,7 +116,7 @@ void CCollectInfJob::FillMemberCombo() {
     return;
   }
   const CTakeoffRow* row = RowOfItem(current_);
-  Text key = row && !row->field(25).empty() ? row->field(25) : list.GetItemText(current_, kMemberColumn);
+  Text key = row && !row->field(LinePosition::kBMaterialKey).empty() ? row->field(LinePosition::kBMaterialKey) : list.GetItemText(current_, kMemberColumn);
   members_ = LoadMemberTable(job_->tables, key, folders_.codePage());
   if (members_.keys().empty()) combo.AddString(u"");
   for (const Text& member : members_.keys()) combo.AddString(member);

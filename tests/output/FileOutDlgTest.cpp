@@ -176,7 +176,7 @@ TEST(FileOutDlg, ACharacterTheCodePageCannotHoldIsWarnedOfOnTheCommandLineBefore
   ASSERT_FALSE(sheet.isNull());
   XDataLines lines = *site.drawing->ReadXData(sheet, u"TQ_STDINF01");
   CTakeoffRow row = ParseTakeoffLine(lines[2], sheet);
-  row.field(6) += u"한";  // Hangul: not in CP932
+  row.field(LinePosition::kMemberName) += u"한";  // Hangul: not in CP932
   lines[2] = JoinLine25(row.fields);
   ASSERT_EQ(site.drawing->WriteXData(sheet, u"TQ_STDINF01", lines), EditResult::Ok);
   Text name;
@@ -189,6 +189,6 @@ TEST(FileOutDlg, ACharacterTheCodePageCannotHoldIsWarnedOfOnTheCommandLineBefore
   // One warning per line of the list that holds it: the row's units give it twice.
   EXPECT_GE(run.Count(warning), 1u) << run.All();
   EXPECT_EQ(run.Count("WARNING:"), run.Count(warning)) << run.All();
-  Text member = row.field(6).substr(0, row.field(6).size() - 1);
+  Text member = row.field(LinePosition::kMemberName).substr(0, row.field(LinePosition::kMemberName).size() - 1);
   EXPECT_NE(site.copy.dir.Read("w.txt").find(Cp932(member) + "?"), std::string::npos);
 }

@@ -8,6 +8,7 @@
 #include "dxf/DxfDrawing.hpp"
 #include "support/RunCommand.hpp"
 #include "support/SiteCopy.hpp"
+#include "info/LineFields.hpp"
 #include "takeoff/TakeoffRows.hpp"
 
 using namespace tq;
@@ -98,7 +99,7 @@ TEST(TakeoffCheckOnePath, TqstdTakeoffWarnsOnStandardErrorAsTheDialogDoesOnTheCo
     ASSERT_FALSE(sheet.isNull());
     XDataLines lines = *drawing->ReadXData(sheet, u"TQ_STDINF01");
     CTakeoffRow row = ParseTakeoffLine(lines[2], sheet);
-    row.field(6) += u"한";
+    row.field(LinePosition::kMemberName) += u"한";
     lines[2] = JoinLine25(row.fields);
     ASSERT_EQ(drawing->WriteXData(sheet, u"TQ_STDINF01", lines), EditResult::Ok);
     ASSERT_TRUE(ReadSheetName(*drawing, sheet, sheetName));

@@ -5,6 +5,7 @@
 #include "info/StdInfRecord.hpp"
 #include "support/ExampleSite.hpp"
 #include "support/ScriptRun.hpp"
+#include "info/LineFields.hpp"
 #include "takeoff/CollectInfJob.hpp"
 #include "takeoff/TakeoffJob.hpp"
 
@@ -27,7 +28,7 @@ Tags RecordTags(const std::string& app, const std::vector<std::string>& lines) {
 }
 
 // A stored line as "登録" writes it: the line's 25 fields, `changes` applied (position → text).
-Text Stored(const std::string& line, std::initializer_list<std::pair<int, const char16_t*>> changes = {}) {
+Text Stored(const std::string& line, std::initializer_list<std::pair<LinePosition, const char16_t*>> changes = {}) {
   CTakeoffRow row = ParseTakeoffLine(FromUtf8(line), ObjectId{});
   for (auto [position, text] : changes) row.field(position) = text;
   return JoinLine25(row.fields);
@@ -63,10 +64,10 @@ TEST(CollectInfJob, WithOneRecordPerEntityRegisterWritesEveryLineUnderRecord01Wi
   EXPECT_TRUE(run.Has(R"({"event":"enddialog","id":2000,"result":1})")) << run.All();
   // Without tables an A-material row's code is the code of last resort: shown, and stored.
   EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF01"),
-            (XDataLines{Stored("h1"), Stored("h2"), Stored(kA3, {{19, u"Z9999999999999"}}),
-                        Stored(kB3, {{19, u"Z9999999999999"}, {20, u"給水用"}})}));
+            (XDataLines{Stored("h1"), Stored("h2"), Stored(kA3, {{LinePosition::kCinetCode, u"Z9999999999999"}}),
+                        Stored(kB3, {{LinePosition::kCinetCode, u"Z9999999999999"}, {LinePosition::kUseCode, u"給水用"}})}));
   EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B2"), u"TQ_STDINF01"),
-            (XDataLines{Stored("g1"), Stored("g2"), Stored(kB3, {{19, u"Z9999999999999"}})}));
+            (XDataLines{Stored("g1"), Stored("g2"), Stored(kB3, {{LinePosition::kCinetCode, u"Z9999999999999"}})}));
   EXPECT_FALSE(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF02"));
 }
 
@@ -85,9 +86,9 @@ TEST(CollectInfJob, WithOneRecordPerEntityRegisterStoresTheDefaultsShown) {
   for (const TakeoffEntity& entity : after->data)
     for (const TakeoffRecord& record : entity)
       for (size_t l = 2; l < record.size(); ++l, ++rows) {
-        EXPECT_FALSE(record[l].field(19).empty());
-        EXPECT_FALSE(record[l].field(20).empty()) << ToUtf8(JoinLine25(record[l].fields));
-        EXPECT_FALSE(record[l].field(21).empty());
+        EXPECT_FALSE(record[l].field(LinePosition::kCinetCode).empty());
+        EXPECT_FALSE(record[l].field(LinePosition::kUseCode).empty()) << ToUtf8(JoinLine25(record[l].fields));
+        EXPECT_FALSE(record[l].field(LinePosition::kConstructionCode).empty());
       }
   EXPECT_EQ(rows, before->items.size());
 }
@@ -102,9 +103,9 @@ TEST(CollectInfJob, WithTwoRecordsPerEntityTheRecordsSwapTheirNumbersOnRegister)
   // The last record is stored first; the items go back to the records walked backwards, so
   // record 02's header lines now stand under 01 with the first item's texts.
   EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF01"),
-            (XDataLines{Stored("b1"), Stored("b2"), Stored(kA3, {{19, u"Z9999999999999"}})}));
+            (XDataLines{Stored("b1"), Stored("b2"), Stored(kA3, {{LinePosition::kCinetCode, u"Z9999999999999"}})}));
   EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF02"),
-            (XDataLines{Stored("a1"), Stored("a2"), Stored(kB3, {{19, u"Z9999999999999"}})}));
+            (XDataLines{Stored("a1"), Stored("a2"), Stored(kB3, {{LinePosition::kCinetCode, u"Z9999999999999"}})}));
 }
 
 TEST(CollectInfJob, AMemberTypedWhoseCodeComesOutEmptyShowsTheCodeOfLastResort) {
@@ -183,14 +184,14 @@ TEST(CollectInfJob, AMemberFileThatCannotBeReadIsFoundThroughTheSecondReadingOfT
     std::optional<XDataLines> record = site.drawing->ReadXData(id, u"TQ_STDINF01");
     if (!record || site.drawing->ReadXData(id, u"TQ_STDINF02")) continue;
     for (size_t l = 2; l < record->size() && sheet.isNull(); ++l)
-      if (ParseTakeoffLine((*record)[l], id).field(6) == u"吊りボルト") sheet = id, lines = *record, at = l;
+      if (ParseTakeoffLine((*record)[l], id).field(LinePosition::kMemberName) == u"吊りボルト") sheet = id, lines = *record, at = l;
     if (!sheet.isNull()) break;
   }
   ASSERT_FALSE(sheet.isNull());
   auto storeKey = [&](const char16_t* key) {
     CTakeoffRow row = ParseTakeoffLine(lines[at], sheet);
-    row.field(6) = u"未知の部材";
-    row.field(25) = key;
+    row.field(LinePosition::kMemberName) = u"未知の部材";
+    row.field(LinePosition::kBMaterialKey) = key;
     lines[at] = JoinLine25(row.fields);
     ASSERT_EQ(site.drawing->WriteXData(sheet, u"TQ_STDINF01", lines), EditResult::Ok);
   };
@@ -239,7 +240,7 @@ TEST(CollectInfJob, ChangingTheCodesWritesTheirColumnsAndRegisterStoresThem) {
   // 支給区分 is shown before 夜間区分 but stored after it.
   EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF01"),
             (XDataLines{Stored("h1"), Stored("h2"),
-                        Stored(kA3, {{19, u"21010101000000"}, {21, u"新設"}, {22, u"夜間"}, {23, u"支給"}, {24, u"あり"}})}));
+                        Stored(kA3, {{LinePosition::kCinetCode, u"21010101000000"}, {LinePosition::kConstructionCode, u"新設"}, {LinePosition::kNightWorkClass, u"夜間"}, {LinePosition::kSupplyClass, u"支給"}, {LinePosition::kLiningClass, u"あり"}})}));
 }
 
 TEST(CollectInfJob, CancelAsksFirstAndLeavesTheDrawingsBytesUnchanged) {
