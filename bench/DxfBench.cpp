@@ -3,8 +3,6 @@
 //   dxf_bench open FILE [REPEAT]      best time of a strict open, and the peak memory
 //   dxf_bench save FILE OUT [REPEAT]  best time of saving an unchanged drawing
 //   dxf_bench naive FILE [REPEAT]     best time of a line-by-line tag scan (the naive reader)
-#include <sys/resource.h>
-
 #include <chrono>
 #include <cstdio>
 #include <fstream>
@@ -13,6 +11,7 @@
 
 #include "GenerateDrawing.hpp"
 #include "base/Paths.hpp"
+#include "base/os/Os.hpp"
 #include "dxf/DxfDocument.hpp"
 
 using Clock = std::chrono::steady_clock;
@@ -30,11 +29,7 @@ double Best(int repeat, F f) {
   return best;
 }
 
-long PeakKb() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
-}
+long PeakKb() { return static_cast<long>(tq::os::PeakMemoryKb()); }
 
 size_t NaiveScan(const std::string& path) {
   std::ifstream in(path);

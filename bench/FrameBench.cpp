@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
   if (mode == "generate") {
     std::filesystem::create_directories(dir / "data");
     tq::bench::WriteOrExit(dir / "Velum.ini", tq::EncodeCodePage(u"[環境設定]\r\nｼｽﾃﾑ=system\r\n標準部品=parts\r\n[Custom]\r\n標準図ﾃﾞｰﾀ=data\r\n", "CP932"));
-    tq::bench::WriteOrExit(dir / "data" / "標準図設定.ini", tq::EncodeCodePage(u"[標準図]\r\n縦ﾌﾚｰﾑ数=25\r\n横ﾌﾚｰﾑ数=40\r\n", "CP932"));
+    tq::bench::WriteOrExit(dir / "data" / u8"標準図設定.ini", tq::EncodeCodePage(u"[標準図]\r\n縦ﾌﾚｰﾑ数=25\r\n横ﾌﾚｰﾑ数=40\r\n", "CP932"));
     tq::bench::WriteOrExit(dir / "frames.dxf", tq::bench::GenerateFrameDrawing({}));
     return 0;
   }

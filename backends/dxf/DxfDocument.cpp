@@ -1,34 +1,20 @@
 #include "dxf/DxfDocument.hpp"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <stdexcept>
 
-#include "base/Paths.hpp"
+#include "base/os/Os.hpp"
 
 namespace tq::dxf {
 
-namespace {
-Error CannotRead(const std::filesystem::path& path) {
-  std::u8string name = path.u8string();
-  return MakeError(ErrorCode::CannotRead, "cannot read " + std::string(name.begin(), name.end()));
-}
-}  // namespace
-
 Result<std::unique_ptr<Document>> Document::ReadFile(const std::filesystem::path& path, const ReadOptions& options) {
-  std::optional<std::string> bytes = ReadFileBytes(path);
-  if (!bytes) return CannotRead(path);
+  Result<std::string> bytes = os::ReadWholeFile(path);
+  if (!bytes) return bytes.error();
   return Read(std::move(*bytes), options);
 }
 
 Result<Recovered> Document::RecoverFile(const std::filesystem::path& path, const ReadOptions& options) {
-  std::optional<std::string> bytes = ReadFileBytes(path);
-  if (!bytes) return CannotRead(path);
+  Result<std::string> bytes = os::ReadWholeFile(path);
+  if (!bytes) return bytes.error();
   return Recover(std::move(*bytes), options);
 }
 
@@ -380,51 +366,17 @@ std::string Document::Serialize() const {
   return out;
 }
 
-namespace {
-
-struct File {
-  FILE* f = nullptr;
-  ~File() {
-    if (f) std::fclose(f);
-  }
-};
-
-[[noreturn]] void SaveFailed(const std::filesystem::path& path, const std::string& why) {
-  throw std::runtime_error("cannot save " + path.string() + ": " + why);
-}
-
-}  // namespace
-
 void Document::Save(const std::filesystem::path& path) const {
   CheckXDataLimits();
-  std::filesystem::path folder = path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
-  std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
-  int fd = mkstemp(temp.data());
-  if (fd < 0) SaveFailed(path, std::strerror(errno));
-  File file{fdopen(fd, "wb")};
-  auto fail = [&](const std::string& why) {
-    std::filesystem::remove(temp);
-    SaveFailed(path, why);
-  };
-  if (!file.f) close(fd), fail(std::strerror(errno));
-  std::vector<char> buffer(1 << 20);
-  std::setvbuf(file.f, buffer.data(), _IOFBF, buffer.size());
-  bool ok = true;
-  WriteTo([&](std::string_view piece) { ok = ok && std::fwrite(piece.data(), 1, piece.size(), file.f) == piece.size(); });
-  ok = ok && std::fflush(file.f) == 0 && fsync(fileno(file.f)) == 0;
-  struct stat st;
-  if (ok && ::stat(path.c_str(), &st) == 0) fchmod(fileno(file.f), st.st_mode & 07777);
-  ok = std::fclose(file.f) == 0 && ok;
-  file.f = nullptr;
-  if (!ok) fail(std::strerror(errno));
-  std::error_code ec;
-  if (std::filesystem::exists(path, ec)) {
-    std::filesystem::path backup = path;
-    backup += ".bak";
-    std::filesystem::remove(backup, ec);
-    if (::link(path.c_str(), backup.c_str()) != 0) std::filesystem::copy_file(path, backup, ec);
-  }
-  if (std::rename(temp.c_str(), path.c_str()) != 0) fail(std::strerror(errno));
+  Result<os::OutputFile> temp = os::CreateTempFileBeside(path);
+  if (!temp) throw std::runtime_error("cannot save " + os::Shown(path) + ": " + temp.error().Describe());
+  Status saved;
+  WriteTo([&](std::string_view piece) {
+    if (saved) saved = temp->Write(piece);
+  });
+  if (saved) saved = os::ReplaceKeepingBackup(std::move(*temp), path);
+  else (void)os::Discard(std::move(*temp));
+  if (!saved) throw std::runtime_error("cannot save " + os::Shown(path) + ": " + saved.error().Describe());
 }
 
 }  // namespace tq::dxf

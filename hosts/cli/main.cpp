@@ -1,10 +1,10 @@
 // tqstd: the workflows of TQTStdInfo over DXF drawings, from the command line.
 #include <CLI/CLI.hpp>
 
-#include <cstdlib>
 #include <iostream>
 
 #include "base/Encoding.hpp"
+#include "base/os/Os.hpp"
 #include "cli/Cli.hpp"
 #include "cli/Commands.hpp"
 
@@ -21,8 +21,7 @@ struct GlobalOptions {
 
 Context MakeContext(const GlobalOptions& options) {
   std::string codepage = options.codepage.value_or("");
-  if (codepage.empty())
-    if (const char* env = std::getenv("TQ_CODEPAGE"); env && *env) codepage = env;
+  if (codepage.empty()) codepage = ToUtf8(os::Environment(u"TQ_CODEPAGE").value_or(u""));
   if (codepage.empty()) codepage = "CP932";
   Result<CodePage> systemCodePage = CodePage::Open(codepage);
   if (!systemCodePage) throw UserError(systemCodePage.error().Describe());
@@ -47,13 +46,18 @@ int Main(int argc, char** argv) {
   app.require_subcommand(1);
   app.footer("Global options may stand before or after the command name. Exit status: 0 on success, 1 with a\n"
              "one-line message when a file cannot be read or a value is wrong, 2 on a usage error.");
+  // A drawing may be named "/plans/a.dxf" on Windows too: "/" never starts an option.
+  app.allow_windows_style_options(false);
   GlobalOptions options;
   app.add_option("--ini", options.ini, "host settings file (the host add-in's ini)");
   app.add_option("--codepage", options.codepage, "system code page of text files (default CP932, or TQ_CODEPAGE)");
   std::vector<Command> commands = RegisterCommands(app);
   for (CLI::App* sub : app.get_subcommands({})) sub->fallthrough();
+  std::vector<std::string> arguments = os::Utf8Arguments(argc, argv);
+  std::vector<const char*> utf8Argv;
+  for (const std::string& argument : arguments) utf8Argv.push_back(argument.c_str());
   try {
-    app.parse(argc, argv);
+    app.parse(static_cast<int>(utf8Argv.size()), utf8Argv.data());
   } catch (const CLI::ParseError& e) {
     return app.exit(e) == 0 ? 0 : 2;
   }
@@ -73,4 +77,7 @@ int Main(int argc, char** argv) {
 
 }  // namespace tq::cli
 
-int main(int argc, char** argv) { return tq::cli::Main(argc, argv); }
+int main(int argc, char** argv) {
+  tq::os::UseBinaryStandardStreams();
+  return tq::cli::Main(argc, argv);
+}

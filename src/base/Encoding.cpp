@@ -1,31 +1,12 @@
 #include "base/Encoding.hpp"
 
-#include <algorithm>
-
-#include <unicode/translit.h>
-#include <unicode/ucnv.h>
-#include <unicode/unistr.h>
-#include <unicode/utf8.h>
-
-#include <memory>
-#include <mutex>
-#include <stdexcept>
+// What the conversions share on every platform: the byte-order marks and UTF-16 in bytes. The
+// code pages themselves, UTF-8 and the half-width mapping are the platform's: EncodingIcu.cpp
+// on POSIX, EncodingWin32.cpp on Windows.
 
 namespace tq {
 
 namespace {
-
-struct ConverterCloser {
-  void operator()(UConverter* c) const { ucnv_close(c); }
-};
-using Converter = std::unique_ptr<UConverter, ConverterCloser>;
-
-Converter OpenConverter(const std::string& name) {
-  UErrorCode status = U_ZERO_ERROR;
-  Converter c(ucnv_open(name.c_str(), &status));
-  if (U_FAILURE(status) || !c) throw std::invalid_argument("unknown code page: " + name);
-  return c;
-}
 
 Text Utf16FromBytes(std::string_view bytes, bool bigEndian) {
   Text out;
@@ -50,86 +31,12 @@ std::string Utf16ToBytes(TextView text, bool bigEndian) {
 
 }  // namespace
 
-bool IsValidUtf8(std::string_view bytes) {
-  int32_t i = 0, n = static_cast<int32_t>(bytes.size());
-  const auto* s = reinterpret_cast<const uint8_t*>(bytes.data());
-  while (i < n) {
-    UChar32 c;
-    U8_NEXT(s, i, n, c);
-    if (c < 0) return false;
-  }
-  return true;
-}
-
 DecodedText DecodeTextFile(std::string_view bytes, const CodePage& systemCodePage) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return {FromUtf8(bytes.substr(3)), FileEncoding::Utf8Bom};
   if (bytes.starts_with("\xFF\xFE")) return {Utf16FromBytes(bytes.substr(2), false), FileEncoding::Utf16LeBom};
   if (bytes.starts_with("\xFE\xFF")) return {Utf16FromBytes(bytes.substr(2), true), FileEncoding::Utf16BeBom};
   if (IsValidUtf8(bytes)) return {FromUtf8(bytes), FileEncoding::Utf8};
   return {systemCodePage.Decode(bytes), FileEncoding::SystemCodePage};
-}
-
-// ICU converters keep state: one conversion at a time (the DXF reader decodes on two threads).
-struct CodePage::Converters {
-  Converter decoder, bestFit, exact;
-  std::mutex lock;
-};
-
-Result<CodePage> CodePage::Open(const std::string& name) {
-  UErrorCode status = U_ZERO_ERROR;
-  Converter probe(ucnv_open(name.c_str(), &status));
-  if (U_FAILURE(status) || !probe) return MakeError(ErrorCode::InvalidValue, "unknown code page: " + name);
-  return CodePage(name);
-}
-
-CodePage::CodePage(const std::string& name) : name_(name), converters_(std::make_unique<Converters>()) {
-  converters_->decoder = OpenConverter(name);
-  converters_->bestFit = OpenConverter(name);
-  converters_->exact = OpenConverter(name);
-  UErrorCode status = U_ZERO_ERROR;
-  ucnv_setSubstChars(converters_->bestFit.get(), "?", 1, &status);
-  ucnv_setFallback(converters_->bestFit.get(), true);  // best-fit, as WideCharToMultiByte does by default
-  status = U_ZERO_ERROR;
-  ucnv_setFromUCallBack(converters_->exact.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
-}
-
-CodePage::~CodePage() = default;
-CodePage::CodePage(CodePage&&) noexcept = default;
-CodePage& CodePage::operator=(CodePage&&) noexcept = default;
-
-Text CodePage::Decode(std::string_view bytes) const {
-  std::lock_guard<std::mutex> guard(converters_->lock);
-  Text out(bytes.size() * 2 + 1, u'\0');
-  UErrorCode status = U_ZERO_ERROR;
-  ucnv_resetToUnicode(converters_->decoder.get());
-  int32_t n = ucnv_toUChars(converters_->decoder.get(), out.data(), static_cast<int32_t>(out.size()), bytes.data(),
-                            static_cast<int32_t>(bytes.size()), &status);
-  if (U_FAILURE(status)) return Text();
-  out.resize(static_cast<size_t>(n));
-  return out;
-}
-
-namespace {
-std::optional<std::string> FromUnicode(UConverter* c, TextView text) {
-  ucnv_resetFromUnicode(c);
-  UErrorCode status = U_ZERO_ERROR;
-  std::string out(text.size() * 4 + 4, '\0');
-  int32_t n = ucnv_fromUChars(c, out.data(), static_cast<int32_t>(out.size()), text.data(),
-                              static_cast<int32_t>(text.size()), &status);
-  if (U_FAILURE(status)) return std::nullopt;
-  out.resize(static_cast<size_t>(n));
-  return out;
-}
-}  // namespace
-
-std::string CodePage::Encode(TextView text) const {
-  std::lock_guard<std::mutex> guard(converters_->lock);
-  return FromUnicode(converters_->bestFit.get(), text).value_or(std::string());
-}
-
-std::optional<std::string> CodePage::EncodeExact(TextView text) const {
-  std::lock_guard<std::mutex> guard(converters_->lock);
-  return FromUnicode(converters_->exact.get(), text);
 }
 
 Text DecodeCodePage(std::string_view bytes, const std::string& codePage) { return CodePage(codePage).Decode(bytes); }
@@ -145,22 +52,6 @@ std::string EncodeFile(TextView text, FileEncoding encoding, const CodePage& sys
     case FileEncoding::SystemCodePage: break;
   }
   return systemCodePage.Encode(text);
-}
-
-Text ToHalfWidth(TextView text) {
-  // Nothing below the Hangul letters (U+1100) has a half-width form, and most sheet names are
-  // plain ASCII: they need no transliterator, whose first use costs tens of milliseconds.
-  if (std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x1100; })) return Text(text);
-  // The transliterator is built once; building it costs far more than using it.
-  thread_local std::unique_ptr<icu::Transliterator> halfWidth = [] {
-    UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::Transliterator> t(
-        icu::Transliterator::createInstance("Fullwidth-Halfwidth", UTRANS_FORWARD, status));
-    return U_SUCCESS(status) ? std::move(t) : nullptr;
-  }();
-  icu::UnicodeString u(text.data(), static_cast<int32_t>(text.size()));
-  if (halfWidth) halfWidth->transliterate(u);
-  return Text(u.getBuffer(), static_cast<size_t>(u.length()));
 }
 
 }  // namespace tq

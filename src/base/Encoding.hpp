@@ -1,5 +1,8 @@
 #pragma once
-// Conversions between UTF-16 text and the bytes of files, through ICU.
+// Conversions between UTF-16 text and the bytes of files. One interface, two engines: ICU on
+// POSIX (EncodingIcu.cpp), the Windows national-language API on Windows (EncodingWin32.cpp).
+// Code pages are named as ICU names them ("CP932", "windows-1252", "ibm-943_P15A-2003");
+// on Windows one table turns those names into code page numbers (CodePageNumbers.hpp).
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +37,7 @@ std::string EncodeCodePage(TextView text, const std::string& codePage);
 // One code page, its converters opened once for many conversions.
 class CodePage {
  public:
-  // The code page of that name; an error naming it when there is no converter for it.
+  // The code page of that name; an error naming it when the platform does not know it.
   static Result<CodePage> Open(const std::string& name);
   // For names the program itself gives; an unknown one is a programming error and throws
   // std::invalid_argument.

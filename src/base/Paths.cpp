@@ -1,6 +1,7 @@
 #include "base/Paths.hpp"
 
-#include <fstream>
+
+#include "base/os/Os.hpp"
 
 namespace tq {
 
@@ -31,25 +32,16 @@ Text FromFsPath(const std::filesystem::path& path) {
 }
 
 std::optional<std::string> ReadFileBytes(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary | std::ios::ate);
-  if (!in) return std::nullopt;
-  std::streamoff size = in.tellg();
-  if (size < 0) return std::nullopt;
-  // One allocation of the file's size and one read: a drawing of 60 MB is held once.
-  std::string bytes(static_cast<size_t>(size), '\0');
-  in.seekg(0);
-  if (!in.read(bytes.data(), size)) return std::nullopt;
-  return bytes;
+  Result<std::string> bytes = os::ReadWholeFile(path);
+  if (!bytes) return std::nullopt;
+  return std::move(*bytes);
 }
 
 Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (out) {
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-  }
-  if (!out) return MakeError(ErrorCode::CannotWrite, u"cannot write " + FromFsPath(path));
-  return {};
+  Result<os::OutputFile> file = os::CreateOutputFile(path);
+  if (!file) return file.error();
+  if (Status written = file->Write(bytes); !written) return written;
+  return file->Close();
 }
 
 }  // namespace tq

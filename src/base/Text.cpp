@@ -1,8 +1,6 @@
 #include "base/Text.hpp"
 
-#include <unicode/unistr.h>
-#include <unicode/uchar.h>
-#include <unicode/ustring.h>
+#include "base/TextEngine.hpp"
 
 namespace tq {
 
@@ -23,21 +21,7 @@ bool EqualNoCase(TextView a, TextView b) {
       if (AsciiLower(a[i]) != AsciiLower(b[i])) return false;
     return true;
   }
-  UErrorCode status = U_ZERO_ERROR;
-  int32_t r = u_strCaseCompare(a.data(), static_cast<int32_t>(a.size()), b.data(),
-                               static_cast<int32_t>(b.size()), U_FOLD_CASE_DEFAULT, &status);
-  return U_SUCCESS(status) && r == 0;
-}
-
-std::string ToUtf8(TextView text) {
-  std::string out;
-  icu::UnicodeString(false, text.data(), static_cast<int32_t>(text.size())).toUTF8String(out);
-  return out;
-}
-
-Text FromUtf8(std::string_view bytes) {
-  icu::UnicodeString u = icu::UnicodeString::fromUTF8(icu::StringPiece(bytes.data(), static_cast<int32_t>(bytes.size())));
-  return Text(u.getBuffer(), static_cast<size_t>(u.length()));
+  return engine::EqualFolded(a, b);
 }
 
 Text Trim(TextView text) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace tq {
 
@@ -14,8 +15,8 @@ double Distance(const Point3& a, const Point3& b) { return std::sqrt((a.x - b.x)
 
 double AngleDegrees(const Point3& from, const Point3& to) {
   double a = std::atan2(to.y - from.y, to.x - from.x);
-  if (a < 0) a += 2 * M_PI;
-  return a * 180.0 / M_PI;
+  if (a < 0) a += 2 * std::numbers::pi;
+  return a * 180.0 / std::numbers::pi;
 }
 
 std::vector<Point3> IntersectSegments(const Point3& a0, const Point3& a1, const Point3& b0, const Point3& b1) {

@@ -53,15 +53,20 @@ std::string CharacterWriter::UnitBytes(char16_t u, TextMode mode, const WriteOpt
   return std::string();
 }
 
-int CharacterWriter::Write(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
-  if (mode < 1 || mode > 4) return options.result == WriteResultKind::MinusOne ? -1 : 0;
-  int units = 0;
+std::string CharacterWriter::Encoded(TextView text, TextMode mode, const WriteOptions& options, int& units) {
   std::string buffer;
   for (char16_t u : text) {
     if (u == 0) break;
-    buffer += UnitBytes(u, static_cast<TextMode>(mode), options);
+    buffer += UnitBytes(u, mode, options);
     ++units;
   }
+  return buffer;
+}
+
+int CharacterWriter::Write(std::FILE* stream, TextView text, int mode, const WriteOptions& options) {
+  if (mode < 1 || mode > 4) return options.result == WriteResultKind::MinusOne ? -1 : 0;
+  int units = 0;
+  std::string buffer = Encoded(text, static_cast<TextMode>(mode), options, units);
   if (std::fwrite(buffer.data(), 1, buffer.size(), stream) != buffer.size()) return -1;
   switch (options.result) {
     case WriteResultKind::Zero: return 0;
@@ -73,13 +78,11 @@ int CharacterWriter::Write(std::FILE* stream, TextView text, int mode, const Wri
 
 Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage) {
   if (path.empty()) return MakeError(ErrorCode::NotFound, u"no output file was named");
-  std::FILE* f = std::fopen(path.c_str(), "wb");
-  if (!f) return MakeError(ErrorCode::CannotWrite, u"cannot open " + FromFsPath(path) + u" for writing");
   CharacterWriter writer(systemCodePage);
-  bool ok = true;
-  for (const Text& line : lines) ok = writer.Write(f, line + u"\r\n", static_cast<int>(TextMode::SystemCodePage)) != -1 && ok;
-  if (std::fclose(f) != 0 || !ok) return MakeError(ErrorCode::CannotWrite, u"writing " + FromFsPath(path) + u" fell short");
-  return {};
+  std::string bytes;
+  int units = 0;
+  for (const Text& line : lines) bytes += writer.Encoded(line + u"\r\n", TextMode::SystemCodePage, {}, units);
+  return WriteFileBytes(path, bytes);
 }
 
 }  // namespace tq

@@ -32,6 +32,8 @@ class CharacterWriter {
   // WriteEncodedText: −1 as soon as a write is short; else 0, the units written or −1 as
   // asked. An unknown mode writes nothing.
   int Write(std::FILE* stream, TextView text, int mode, const WriteOptions& options = {});
+  // The bytes Write would write; `units` counts the units taken.
+  std::string Encoded(TextView text, TextMode mode, const WriteOptions& options, int& units);
 
  private:
   struct Bytes {

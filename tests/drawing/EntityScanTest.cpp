@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "drawing/EntityScan.hpp"
+#include "support/TempDir.hpp"
 #include "support/DrawingFixture.hpp"
 #include "support/Listing.hpp"
 
@@ -174,7 +175,7 @@ TEST(EntityScan, SelectionInARectangleIncludesItsEdges) {
 TEST(EntityScan, MarkAndRestoreOnTheExampleDrawingWrittenByEzdxf) {
   Site site;
   RecordingEditor editor;
-  auto drawing = dxf::DxfDrawing::Open(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf").value();
+  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf")).value();
   MarkingState marking;
   DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}, marking};
   std::vector<ObjectId> with, without;

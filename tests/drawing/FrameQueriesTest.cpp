@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <numbers>
+
 #include "drawing/EntityScan.hpp"
 #include "drawing/FrameQueries.hpp"
+#include "support/TempDir.hpp"
 #include "support/DrawingFixture.hpp"
 
 using namespace tq;
@@ -38,7 +41,7 @@ TEST(FrameQueries, HorizontalLineWhoseStartLiesExactly3FromPIsNotFound) {
 }
 
 TEST(FrameQueries, LineDrawnRightToLeftCountsAsHorizontalOneAtATenThousandthOfADegreeDoesNot) {
-  double rise = 1000 * std::tan(0.0001 * M_PI / 180);
+  double rise = 1000 * std::tan(0.0001 * std::numbers::pi / 180);
   Scene f(LineTags("A1", 1000, 1000, 1000 + 1000, 1000 + rise) + LineTags("A2", 2000, 1000, 1000, 1000));
   ObjectId found;
   ASSERT_TRUE(FindLineAtPoint(*f.drawing, kFrame, {1000, 1000, 0}, found));
@@ -47,7 +50,7 @@ TEST(FrameQueries, LineDrawnRightToLeftCountsAsHorizontalOneAtATenThousandthOfAD
 
 TEST(FrameQueries, RowLineAt179DegreesIsNotARowOneAt181Is) {
   auto at = [](double deg) {
-    double a = deg * M_PI / 180;
+    double a = deg * std::numbers::pi / 180;
     return std::pair{2000 + 1000 * std::cos(a), 1000 + 1000 * std::sin(a)};
   };
   auto [x179, y179] = at(179);
@@ -90,7 +93,7 @@ TEST(FrameQueries, TwoColumnLinesWhoseStartXDifferByLessThanATenthGetTheSameKeyA
 }
 
 TEST(FrameQueries, ColumnLinesWithinTwoDegreesOfVertical) {
-  double dx = 700 * std::tan(1.9 * M_PI / 180), far = 700 * std::tan(2.1 * M_PI / 180);
+  double dx = 700 * std::tan(1.9 * std::numbers::pi / 180), far = 700 * std::tan(2.1 * std::numbers::pi / 180);
   Scene f(LineTags("C1", 1000, 1000, 5000, 1000) + LineTags("D1", 2000, 1200, 2000 + dx, 500) +
             LineTags("D2", 3000, 1200, 3000 + far, 500));
   std::vector<ObjectId> columns;
@@ -143,7 +146,7 @@ TEST(FrameQueries, TextExtentsInTheCurrentStyleTimesAHundred) {
 TEST(FrameQueries, TheSizeTableOfTheExampleDrawingIsFoundStepByStep) {
   Site site;
   RecordingEditor editor;
-  auto drawing = dxf::DxfDrawing::Open(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf").value();
+  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf")).value();
   MarkingState marking;
   DrawingContext context{*drawing, editor, *site.settings, {u"5", u"4"}, marking};
   FramePolygon frame = MakeFramePolygon(FrameGrid{}, 1, 1);

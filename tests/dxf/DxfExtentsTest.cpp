@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <numbers>
+
 #include "dxf/DxfDrawing.hpp"
 #include "support/DxfText.hpp"
 #include "support/Listing.hpp"
@@ -33,12 +35,12 @@ TEST(DxfExtents, LineFromItsEndPoints) { ExpectBox(Of(LineTags("A", 5, 9, 1, 2))
 
 TEST(DxfExtents, ArcOnlyTheQuadrantPointsItSweeps) {
   ExpectBox(Of({{0, "ARC"}, {5, "A"}, {8, "0"}, {10, "2000"}, {20, "1000"}, {30, "0"}, {40, "100"}, {50, "30"}, {51, "120"}}),
-            2000 + 100 * std::cos(120 * M_PI / 180), 1050, 2000 + 100 * std::cos(30 * M_PI / 180), 1100);
+            2000 + 100 * std::cos(120 * std::numbers::pi / 180), 1050, 2000 + 100 * std::cos(30 * std::numbers::pi / 180), 1100);
 }
 
 TEST(DxfExtents, ArcThroughZeroDegrees) {
   ExpectBox(Of({{0, "ARC"}, {5, "A"}, {8, "0"}, {10, "0"}, {20, "0"}, {30, "0"}, {40, "10"}, {50, "315"}, {51, "45"}}),
-            10 * std::cos(M_PI / 4), -10 * std::sin(M_PI / 4), 10, 10 * std::sin(M_PI / 4));
+            10 * std::cos(std::numbers::pi / 4), -10 * std::sin(std::numbers::pi / 4), 10, 10 * std::sin(std::numbers::pi / 4));
 }
 
 TEST(DxfExtents, CircleFromCentreAndRadius) {

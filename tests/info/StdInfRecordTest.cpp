@@ -162,7 +162,7 @@ TEST(InfoRecord, ALineLongerThanOneStringIsSplitAndJoinedAgainOnReading) {
 }
 
 TEST(InfoRecord, RecordsOfTheExampleDrawingWrittenByEzdxf) {
-  auto drawing = dxf::DxfDrawing::Open(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf").value();
+  auto drawing = dxf::DxfDrawing::Open(test::U8Path(std::string(TQ_EXAMPLE_SITE) + "/drawings/設備標準図.dxf")).value();
   ObjectId m101 = drawing->FindHandle(u"42");
   StdInfRecords records = ReadInfoRecords(*drawing, m101, kKeys);
   ASSERT_EQ(records.size(), 2u);

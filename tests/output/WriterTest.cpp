@@ -13,7 +13,7 @@ using namespace tq::test;
 namespace {
 std::string Written(TextView text, int mode, WriteOptions options = {}, int* result = nullptr) {
   TempDir dir;
-  std::FILE* f = std::fopen((dir / "w.bin").c_str(), "wb");
+  std::FILE* f = std::fopen((dir / "w.bin").string().c_str(), "wb");
   int r = CharacterWriter(Cp932()).Write(f, text, mode, options);
   std::fclose(f);
   if (result) *result = r;

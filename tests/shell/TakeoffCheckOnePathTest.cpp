@@ -16,8 +16,6 @@ using namespace tq::test;
 
 namespace {
 
-std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
-
 // Runs a script on the copy's drawing without saving it; the transcript.
 RunResult RunDialogScript(const SiteCopy& copy, const std::string& script) {
   std::filesystem::path file = copy.dir / "script.txt";

@@ -71,7 +71,7 @@ TEST(TqstdCheck, UnreadableDrawingIsAUserError) {
 
 TEST(TqstdMark, MarkThenRestoreLeavesTheDrawingAsItWasBesidesTheRegisteredApplication) {
   TempDir dir;
-  std::string original = tq::ReadFileBytes(kExample).value();
+  std::string original = tq::ReadFileBytes(tq::test::U8Path(kExample)).value();
   dir.Write("d.dxf", original);
   auto marked = RunTqstd("mark " + (dir / "d.dxf").string() + kIni);
   ASSERT_EQ(marked.status, 0) << marked.out;
@@ -99,7 +99,7 @@ TEST(TqstdMark, MarkThenRestoreLeavesTheDrawingAsItWasBesidesTheRegisteredApplic
 
 TEST(TqstdMark, UnknownSheetNameIsAUserError) {
   TempDir dir;
-  dir.Write("d.dxf", tq::ReadFileBytes(kExample).value());
+  dir.Write("d.dxf", tq::ReadFileBytes(tq::test::U8Path(kExample)).value());
   auto r = RunTqstd("mark " + (dir / "d.dxf").string() + " --sheet X-999" + kIni);
   EXPECT_EQ(r.status, 1) << r.out;
   EXPECT_NE(r.out.find("X-999"), std::string::npos);
@@ -107,7 +107,7 @@ TEST(TqstdMark, UnknownSheetNameIsAUserError) {
 
 TEST(TqstdMark, OutputToAnotherFileLeavesTheDrawingUntouched) {
   TempDir dir;
-  std::string original = tq::ReadFileBytes(kExample).value();
+  std::string original = tq::ReadFileBytes(tq::test::U8Path(kExample)).value();
   dir.Write("d.dxf", original);
   auto r = RunTqstd("mark " + (dir / "d.dxf").string() + " -o " + (dir / "out.dxf").string() + kIni);
   ASSERT_EQ(r.status, 0) << r.out;
@@ -117,7 +117,7 @@ TEST(TqstdMark, OutputToAnotherFileLeavesTheDrawingUntouched) {
 
 TEST(TqstdMark, NothingToMarkLeavesTheDrawingAndMakesNoBackup) {
   TempDir dir;
-  std::string original = tq::ReadFileBytes(kExample).value();
+  std::string original = tq::ReadFileBytes(tq::test::U8Path(kExample)).value();
   dir.Write("d.dxf", original);
   auto r = RunTqstd("mark --restore " + (dir / "d.dxf").string() + kIni);
   ASSERT_EQ(r.status, 0) << r.out;

@@ -28,15 +28,18 @@ TEST(TqstdScript, TheInformationCheckScriptWalksThePickLoopThroughItsMessages) {
 
 TEST(TqstdScript, ALineThatCannotBeAppliedEndsTheRunWithStatus1AndAnErrorEvent) {
   SiteCopy copy;
-  auto r = RunCommand("printf 'command TQ_STD_INF\\nclick 200:999\\n' | " + std::string(TQSTD_PATH) + " script " + copy.Drawing() + copy.Ini());
+  // The script comes on standard input from a file: "<" reads the same in sh and in cmd.exe.
+  copy.dir.Write("s.txt", "command TQ_STD_INF\nclick 200:999\n");
+  auto r = RunCommand(std::string(TQSTD_PATH) + " script " + copy.Drawing() + copy.Ini() + " < " + Quoted(copy.dir / "s.txt"));
   EXPECT_EQ(r.status, 1) << r.out;
   EXPECT_NE(r.out.find(R"({"event":"error","line":2,"text":"the dialog 200 has no control 999"})"), std::string::npos) << r.out;
-  EXPECT_FALSE(std::filesystem::exists(copy.site / "drawings" / "設備標準図.dxf.bak"));
+  EXPECT_FALSE(std::filesystem::exists(copy.site / "drawings" / u8"設備標準図.dxf.bak"));
 }
 
 TEST(TqstdScript, TheScriptEndingWhileAPromptWaitsIsAnError) {
   SiteCopy copy;
-  auto r = RunCommand("printf 'command TQ_STD_INF\\nclick 200:202\\n' | " + std::string(TQSTD_PATH) + " script " + copy.Drawing() + " -" + copy.Ini());
+  copy.dir.Write("s.txt", "command TQ_STD_INF\nclick 200:202\n");
+  auto r = RunCommand(std::string(TQSTD_PATH) + " script " + copy.Drawing() + " -" + copy.Ini() + " < " + Quoted(copy.dir / "s.txt"));
   EXPECT_EQ(r.status, 1) << r.out;
   EXPECT_NE(r.out.find(R"({"event":"error","line":2,"text":"the script ended while a point prompt waits"})"), std::string::npos) << r.out;
 }
@@ -48,6 +51,7 @@ TEST(TqstdScript, AMissingDrawingIsAUsageErrorWithStatus2) {
 
 TEST(TqstdScript, ADrawingThatCannotBeReadGivesStatus1) {
   SiteCopy copy;
-  auto r = RunCommand("printf 'command TQ_STD_INF\\n' | " + std::string(TQSTD_PATH) + " script '" + (copy.dir / "none.dxf").string() + "'" + copy.Ini() + " 2>&1");
+  copy.dir.Write("s.txt", "command TQ_STD_INF\n");
+  auto r = RunCommand(std::string(TQSTD_PATH) + " script " + Quoted(copy.dir / "none.dxf") + copy.Ini() + " < " + Quoted(copy.dir / "s.txt") + " 2>&1");
   EXPECT_EQ(r.status, 1) << r.out;
 }

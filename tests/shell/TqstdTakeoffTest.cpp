@@ -10,7 +10,7 @@ using namespace tq::test;
 
 TEST(TqstdTakeoff, TheAggregateOfTheExampleIsWrittenByteForByte) {
   SiteCopy copy;
-  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind aggregate --separator comma -o " + (copy.dir / "a.txt").string());
+  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind aggregate --separator comma -o " + Quoted(copy.dir / "a.txt"));
   ASSERT_EQ(r.status, 0) << r.out;
   EXPECT_NE(r.out.find("wrote "), std::string::npos) << r.out;
   std::string bytes = copy.dir.Read("a.txt");
@@ -23,7 +23,7 @@ TEST(TqstdTakeoff, TheAggregateOfTheExampleIsWrittenByteForByte) {
 
 TEST(TqstdTakeoff, TheListOfTheExampleWithTabsByteForByte) {
   SiteCopy copy;
-  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind list --separator tab -o " + (copy.dir / "l.txt").string());
+  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind list --separator tab -o " + Quoted(copy.dir / "l.txt"));
   ASSERT_EQ(r.status, 0) << r.out;
   EXPECT_EQ(copy.dir.Read("l.txt"), ReadFixture("takeoff/example_list_tab.txt"));
 }
@@ -61,13 +61,13 @@ TEST(TqstdTakeoff, JsonPrintsThe23ColumnItems) {
 
 TEST(TqstdTakeoff, RegisterStoresTheRowsAndSavesTheDrawing) {
   SiteCopy copy;
-  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --register -o " + (copy.dir / "l.txt").string());
+  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --register -o " + Quoted(copy.dir / "l.txt"));
   ASSERT_EQ(r.status, 0) << r.out;
-  EXPECT_TRUE(std::filesystem::exists(copy.site / "drawings" / "設備標準図.dxf.bak"));
+  EXPECT_TRUE(std::filesystem::exists(copy.site / "drawings" / u8"設備標準図.dxf.bak"));
   auto info = RunTqstd("info " + copy.Drawing() + copy.Ini() + " --sheet M-104 --json");
   EXPECT_NE(info.out.find("32010201000000&300x200"), std::string::npos) << info.out;  // field 19 stored
   // The stored codes give the same takeoff again.
-  auto again = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " -o " + (copy.dir / "l2.txt").string());
+  auto again = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " -o " + Quoted(copy.dir / "l2.txt"));
   ASSERT_EQ(again.status, 0) << again.out;
   EXPECT_EQ(copy.dir.Read("l2.txt").size() > 0, true);
 }
@@ -84,9 +84,9 @@ TEST(TqstdTakeoff, NothingWrittenWithoutInformation) {
 
 TEST(TqstdTakeoff, AnAggregateOfAFormatOfFewerThan16ColumnsIsReportedAndWritesNoFile) {
   SiteCopy copy;
-  ASSERT_TRUE(WriteFileBytes(copy.site / "system/Addin/標準図/標準図用出力フォーマット.csv",
+  ASSERT_TRUE(WriteFileBytes(copy.site / u8"system/Addin/標準図/標準図用出力フォーマット.csv",
                              EncodeCodePage(u"見出し,記号,数量,,\r\nコード,S001,S304,,\r\n", "CP932")));
-  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind aggregate -o " + (copy.dir / "a.txt").string());
+  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind aggregate -o " + Quoted(copy.dir / "a.txt"));
   EXPECT_EQ(r.status, 1) << r.out;
   EXPECT_NE(r.out.find("at least 16"), std::string::npos) << r.out;
   EXPECT_FALSE(std::filesystem::exists(copy.dir / "a.txt"));

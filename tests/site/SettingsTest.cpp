@@ -111,8 +111,8 @@ TEST(Settings, ReadMarksWhereTheDefaultApplied) {
 TEST(Folders, RelativeFoldersAreTakenFromTheHostIniFolder) {
   Site site(u"data");
   EXPECT_EQ(ToFsPath(site.folders->StdDataFolder()), site.dir / "data");
-  EXPECT_EQ(ToFsPath(*site.folders->AddinDataFolder()), site.dir / "system" / "Addin" / "標準図");
-  EXPECT_EQ(ToFsPath(site.folders->TakeoffTableFile(u"CI-NETコード.csv")), site.dir / "system" / "拾い" / "CI-NETコード.csv");
+  EXPECT_EQ(ToFsPath(*site.folders->AddinDataFolder()), site.dir / "system" / "Addin" / u8"標準図");
+  EXPECT_EQ(ToFsPath(site.folders->TakeoffTableFile(u"CI-NETコード.csv")), site.dir / "system" / u8"拾い" / u8"CI-NETコード.csv");
 }
 
 TEST(Folders, UnreadableSystemKeyLeavesDerivedPathsEmpty) {

@@ -6,12 +6,15 @@
 
 namespace tq::test {
 
+// In a folder whose name holds Japanese characters, as the users' folders do. No space: a
+// script's "save PATH" takes a path without one (the release test and the seam's contract
+// tests try folders with spaces).
 struct SiteCopy {
-  TempDir dir;
+  TempDir dir{"設備現場-"};
   std::filesystem::path site = dir / "site";
-  SiteCopy() { std::filesystem::copy(TQ_EXAMPLE_SITE, site, std::filesystem::copy_options::recursive); }
-  std::string Ini() const { return " --ini '" + (site / "Velum.ini").string() + "'"; }
-  std::string Drawing() const { return "'" + (site / "drawings" / "設備標準図.dxf").string() + "'"; }
+  SiteCopy() { std::filesystem::copy(U8Path(TQ_EXAMPLE_SITE), site, std::filesystem::copy_options::recursive); }
+  std::string Ini() const { return " --ini " + Quoted(site / "Velum.ini"); }
+  std::string Drawing() const { return Quoted(site / "drawings" / u8"設備標準図.dxf"); }
 };
 
 }  // namespace tq::test

@@ -9,11 +9,20 @@
 
 namespace tq::test {
 
+// A path from UTF-8 text, on every platform (a narrow string alone is the ANSI code page on Windows).
+inline std::filesystem::path U8Path(const std::string& utf8) { return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())); }
+// A path as UTF-8 text, in single quotes for a command line.
+inline std::string Quoted(const std::filesystem::path& path) {
+  std::u8string u8 = path.u8string();
+  return "'" + std::string(u8.begin(), u8.end()) + "'";
+}
+
 class TempDir {
  public:
-  TempDir() {
+  // `label` goes into the folder's name: a Japanese name with a space tries what users' folders do.
+  explicit TempDir(const std::string& label = "") {
     std::random_device rd;
-    path_ = std::filesystem::temp_directory_path() / ("tq-test-" + std::to_string(rd()) + std::to_string(rd()));
+    path_ = std::filesystem::temp_directory_path() / U8Path("tq-test-" + label + std::to_string(rd()) + std::to_string(rd()));
     std::filesystem::create_directories(path_);
   }
   ~TempDir() {

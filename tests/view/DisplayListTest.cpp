@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <numbers>
+
 #include <cmath>
 
 #include "base/Encoding.hpp"
@@ -210,7 +212,7 @@ TEST(DisplayList, JapaneseTextIsDecodedWithItsHeightRotationWidthAndAlignment) {
   EXPECT_EQ(t.string, u"空調機⌀100");
   EXPECT_NEAR(t.height, 2.5, 1e-9);
   EXPECT_NEAR(t.widthFactor, 0.8, 1e-9);
-  EXPECT_NEAR(t.angle, M_PI / 2, 1e-9);
+  EXPECT_NEAR(t.angle, std::numbers::pi / 2, 1e-9);
   EXPECT_DOUBLE_EQ(t.align, 0.5);
   ExpectPoint(t.origin, 50, 60);
 }

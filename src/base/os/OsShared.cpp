@@ -1,0 +1,186 @@
+// What both implementations of the seam share: messages, buffering, the wildcard, the lock.
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+
+#include "base/os/Os.hpp"
+
+namespace tq::os {
+
+std::string Shown(const Path& path) {
+  std::u8string u8 = path.u8string();
+  return std::string(u8.begin(), u8.end());
+}
+
+namespace detail {
+Error FailureOf(ErrorCode code, std::string_view doing, const Path& path, std::string_view cause) {
+  std::string message = std::string(doing) + " " + Shown(path);
+  if (!cause.empty()) message += ": " + std::string(cause);
+  return MakeError(code, message);
+}
+}  // namespace detail
+
+// Small pieces gather in a buffer; a piece larger than the buffer goes straight to the file.
+Status OutputFile::Write(std::string_view bytes) {
+  constexpr size_t kBuffer = 1 << 20;
+  if (buffer_.size() + bytes.size() <= kBuffer) {
+    if (buffer_.capacity() < kBuffer) buffer_.reserve(kBuffer);
+    buffer_ += bytes;
+    return {};
+  }
+  if (!buffer_.empty()) {
+    Status flushed = WriteThrough(buffer_);
+    buffer_.clear();
+    if (!flushed) return flushed;
+  }
+  if (bytes.size() >= kBuffer) return WriteThrough(bytes);
+  buffer_ += bytes;
+  return {};
+}
+
+Status WriteFileAtomically(const Path& target, std::string_view bytes) {
+  Result<OutputFile> temp = CreateTempFileBeside(target);
+  if (!temp) return temp.error();
+  if (Status s = temp->Write(bytes); !s) {
+    (void)Discard(std::move(*temp));
+    return s;
+  }
+  return ReplaceKeepingBackup(std::move(*temp), target);
+}
+
+Status Discard(OutputFile file) {
+  Path name = file.path();
+  (void)file.Close();
+  return RemoveFile(name);
+}
+
+namespace {
+char16_t Folded(char16_t c) {
+  if (c >= u'a' && c <= u'z') return static_cast<char16_t>(c - u'a' + u'A');
+  if (c >= u'ａ' && c <= u'ｚ') return static_cast<char16_t>(c - u'ａ' + u'Ａ');
+  return c;
+}
+}  // namespace
+
+bool MatchesWildcard(TextView name, TextView wildcard) {
+  // The classic two-pointer match: on a mismatch, let the last "*" take one more unit.
+  size_t n = 0, w = 0, starW = TextView::npos, starN = 0;
+  while (n < name.size()) {
+    if (w < wildcard.size() && (wildcard[w] == u'?' || Folded(wildcard[w]) == Folded(name[n]))) {
+      ++n, ++w;
+    } else if (w < wildcard.size() && wildcard[w] == u'*') {
+      starW = w++, starN = n;
+    } else if (starW != TextView::npos) {
+      w = starW + 1, n = ++starN;
+    } else {
+      return false;
+    }
+  }
+  while (w < wildcard.size() && wildcard[w] == u'*') ++w;
+  return w == wildcard.size();
+}
+
+// ---- The drawing lock ----
+
+Path LockFileOf(const Path& drawing) {
+  Path lock = drawing;
+  lock += ".lock";
+  return lock;
+}
+
+LockOwner CurrentOwner() {
+  std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  std::tm utc{};
+#ifdef _WIN32
+  gmtime_s(&utc, &now);
+#else
+  gmtime_r(&now, &utc);
+#endif
+  char time[32];
+  std::strftime(time, sizeof time, "%Y-%m-%dT%H:%M:%SZ", &utc);
+  return LockOwner{detail::UserName(), detail::HostName(), detail::ProcessId(), time};
+}
+
+std::string FormatLockFile(const LockOwner& owner) {
+  return "user=" + ToUtf8(owner.user) + "\nhost=" + ToUtf8(owner.host) + "\nprocess=" + std::to_string(owner.process) +
+         "\ntime=" + owner.time + "\n";
+}
+
+Result<LockOwner> ReadLockFile(const Path& lockFile) {
+  Result<std::string> bytes = ReadWholeFile(lockFile);
+  if (!bytes) return bytes.error();
+  LockOwner owner;
+  bool hasProcess = false;
+  std::string_view rest = *bytes;
+  while (!rest.empty()) {
+    size_t end = rest.find('\n');
+    std::string_view line = rest.substr(0, end);
+    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    size_t eq = line.find('=');
+    if (eq == std::string_view::npos) continue;
+    std::string_view key = line.substr(0, eq), value = line.substr(eq + 1);
+    if (key == "user") owner.user = FromUtf8(value);
+    else if (key == "host") owner.host = FromUtf8(value);
+    else if (key == "time") owner.time = std::string(value);
+    else if (key == "process") {
+      char* stop = nullptr;
+      std::string digits(value);
+      owner.process = std::strtoull(digits.c_str(), &stop, 10);
+      hasProcess = !digits.empty() && *stop == '\0';
+    }
+  }
+  if (!hasProcess || owner.host.empty())
+    return detail::FailureOf(ErrorCode::Malformed, "cannot read the lock file", lockFile, "it names no host and process");
+  return owner;
+}
+
+LockHandle::~LockHandle() {
+  if (!lockFile_.empty()) (void)RemoveFile(lockFile_);
+}
+
+LockHandle::LockHandle(LockHandle&& other) noexcept : lockFile_(std::move(other.lockFile_)) { other.lockFile_.clear(); }
+
+LockHandle& LockHandle::operator=(LockHandle&& other) noexcept {
+  if (this != &other) {
+    if (!lockFile_.empty()) (void)RemoveFile(lockFile_);
+    lockFile_ = std::move(other.lockFile_);
+    other.lockFile_.clear();
+  }
+  return *this;
+}
+
+namespace {
+Result<LockHandle> CreateLock(const Path& lockFile) {
+  Result<OutputFile> file = CreateNewFile(lockFile);
+  if (!file) return file.error();
+  Status written = file->Write(FormatLockFile(CurrentOwner()));
+  if (written) written = file->FlushToDisk();
+  if (written) written = file->Close();
+  if (!written) {
+    (void)RemoveFile(lockFile);
+    return written.error();
+  }
+  return LockHandle(lockFile);
+}
+
+Error HeldBy(const Path& drawing, const LockOwner& owner) {
+  return detail::FailureOf(ErrorCode::Locked, "cannot lock", drawing,
+                           "it is in use by " + ToUtf8(owner.user) + " on " + ToUtf8(owner.host) + " (process " +
+                               std::to_string(owner.process) + ", since " + owner.time + ")");
+}
+}  // namespace
+
+Result<LockHandle> AcquireDrawingLock(const Path& drawing) {
+  Path lockFile = LockFileOf(drawing);
+  Result<LockHandle> lock = CreateLock(lockFile);
+  if (lock || lock.error().code != ErrorCode::Locked) return lock;
+  Result<LockOwner> owner = ReadLockFile(lockFile);
+  if (!owner) return detail::FailureOf(ErrorCode::Locked, "cannot lock", drawing, "its lock file cannot be read: " + owner.error().Describe());
+  // Only a process of this host can be seen to be gone; a lock from elsewhere stands.
+  if (owner->host != detail::HostName() || ProcessIsAlive(owner->process)) return HeldBy(drawing, *owner);
+  if (Status removed = RemoveFile(lockFile); !removed) return removed.error();
+  return CreateLock(lockFile);
+}
+
+}  // namespace tq::os

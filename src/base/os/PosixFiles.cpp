@@ -1,0 +1,243 @@
+// The seam on POSIX: files, folders and attributes.
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <random>
+
+#include "base/os/Os.hpp"
+
+namespace tq::os {
+
+namespace {
+
+using detail::FailureOf;
+
+Error Failure(ErrorCode code, std::string_view doing, const Path& path) {
+  return FailureOf(code, doing, path, std::strerror(errno));
+}
+
+ErrorCode ReadCode() { return errno == ENOENT || errno == ENOTDIR ? ErrorCode::NotFound : ErrorCode::CannotRead; }
+
+struct Descriptor {
+  int fd = -1;
+  ~Descriptor() {
+    if (fd >= 0) ::close(fd);
+  }
+};
+
+Status SyncFolder(const Path& folder) {
+  Descriptor dir{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+  if (dir.fd < 0 || ::fsync(dir.fd) != 0) return Failure(ErrorCode::CannotWrite, "cannot flush the folder", folder);
+  return {};
+}
+
+Path FolderOf(const Path& path) { return path.has_parent_path() ? path.parent_path() : Path("."); }
+
+}  // namespace
+
+Result<std::string> ReadWholeFile(const Path& path) {
+  Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+  if (file.fd < 0) return Failure(ReadCode(), "cannot read", path);
+  struct stat st;
+  if (::fstat(file.fd, &st) != 0) return Failure(ErrorCode::CannotRead, "cannot read", path);
+  if (S_ISDIR(st.st_mode)) return FailureOf(ErrorCode::CannotRead, "cannot read", path, "it is a folder");
+  std::string bytes(static_cast<size_t>(st.st_size), '\0');
+  size_t done = 0;
+  while (done < bytes.size()) {
+    ssize_t n = ::read(file.fd, bytes.data() + done, bytes.size() - done);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return Failure(ErrorCode::CannotRead, "cannot read", path);
+    if (n == 0) break;  // shorter than it was a moment ago
+    done += static_cast<size_t>(n);
+  }
+  bytes.resize(done);
+  return bytes;
+}
+
+MappedFile::~MappedFile() { Release(); }
+MappedFile::MappedFile(MappedFile&& other) noexcept { *this = std::move(other); }
+MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
+  if (this != &other) {
+    Release();
+    std::swap(data_, other.data_);
+    std::swap(size_, other.size_);
+  }
+  return *this;
+}
+void MappedFile::Release() {
+  if (data_ && size_) ::munmap(const_cast<char*>(data_), size_);
+  data_ = nullptr;
+  size_ = 0;
+}
+
+Result<MappedFile> MapFile(const Path& path) {
+  Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+  if (file.fd < 0) return Failure(ReadCode(), "cannot read", path);
+  struct stat st;
+  if (::fstat(file.fd, &st) != 0) return Failure(ErrorCode::CannotRead, "cannot read", path);
+  MappedFile mapped;
+  if (st.st_size == 0) return mapped;
+  void* p = ::mmap(nullptr, static_cast<size_t>(st.st_size), PROT_READ, MAP_PRIVATE, file.fd, 0);
+  if (p == MAP_FAILED) return Failure(ErrorCode::CannotRead, "cannot map", path);
+  mapped.data_ = static_cast<const char*>(p);
+  mapped.size_ = static_cast<size_t>(st.st_size);
+  return mapped;
+}
+
+// ---- Output files ----
+
+OutputFile::~OutputFile() {
+  if (handle_ >= 0) ::close(static_cast<int>(handle_));
+}
+OutputFile::OutputFile(OutputFile&& other) noexcept { *this = std::move(other); }
+OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
+  if (this != &other) {
+    if (handle_ >= 0) ::close(static_cast<int>(handle_));
+    path_ = std::move(other.path_);
+    handle_ = std::exchange(other.handle_, -1);
+    buffer_ = std::move(other.buffer_);
+  }
+  return *this;
+}
+
+Status OutputFile::WriteThrough(std::string_view bytes) {
+  while (!bytes.empty()) {
+    ssize_t n = ::write(static_cast<int>(handle_), bytes.data(), bytes.size());
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return Failure(ErrorCode::CannotWrite, "cannot write", path_);
+    bytes.remove_prefix(static_cast<size_t>(n));
+  }
+  return {};
+}
+
+Status OutputFile::FlushToDisk() {
+  if (!buffer_.empty()) {
+    Status s = WriteThrough(buffer_);
+    buffer_.clear();
+    if (!s) return s;
+  }
+  if (::fsync(static_cast<int>(handle_)) != 0) return Failure(ErrorCode::CannotWrite, "cannot flush", path_);
+  return {};
+}
+
+Status OutputFile::Close() {
+  Status s;
+  if (!buffer_.empty()) s = WriteThrough(buffer_);
+  buffer_.clear();
+  int fd = static_cast<int>(std::exchange(handle_, -1));
+  if (fd >= 0 && ::close(fd) != 0 && s) return Failure(ErrorCode::CannotWrite, "cannot write", path_);
+  return s;
+}
+
+namespace {
+Result<OutputFile> Open(const Path& path, int flags, ErrorCode existsCode) {
+  int fd = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
+  if (fd < 0) {
+    if (errno == EEXIST) return FailureOf(existsCode, "cannot create", path, "it exists already");
+    return Failure(errno == ENOENT ? ErrorCode::NotFound : ErrorCode::CannotWrite, "cannot create", path);
+  }
+  return OutputFile(path, fd);
+}
+}  // namespace
+
+Result<OutputFile> CreateOutputFile(const Path& path) { return Open(path, O_CREAT | O_TRUNC, ErrorCode::CannotWrite); }
+
+Result<OutputFile> CreateNewFile(const Path& path) { return Open(path, O_CREAT | O_EXCL, ErrorCode::Locked); }
+
+Result<OutputFile> CreateTempFileBeside(const Path& target) {
+  std::string pattern = (FolderOf(target) / ("." + target.filename().string() + ".XXXXXX")).string();
+  int fd = ::mkstemp(pattern.data());
+  if (fd < 0) return Failure(ErrorCode::CannotWrite, "cannot create a temporary file beside", target);
+  return OutputFile(Path(pattern), fd);
+}
+
+Status RemoveFile(const Path& path) {
+  if (::unlink(path.c_str()) != 0 && errno != ENOENT) return Failure(ErrorCode::CannotWrite, "cannot remove", path);
+  return {};
+}
+
+namespace {
+// The target's previous contents under "<target>.bak": a second name for the same file when
+// the file system allows it, else a copy.
+Status KeepBackup(const Path& target) {
+  Path backup = target;
+  backup += ".bak";
+  if (Status s = RemoveFile(backup); !s) return s;
+  if (::link(target.c_str(), backup.c_str()) == 0) return {};
+  std::error_code ec;
+  std::filesystem::copy_file(target, backup, ec);
+  if (ec) return FailureOf(ErrorCode::CannotWrite, "cannot keep the previous version as", backup, ec.message());
+  return {};
+}
+}  // namespace
+
+Status ReplaceKeepingBackup(OutputFile temp, const Path& requested) {
+  Path tempPath = temp.path();
+  auto fail = [&](Error error) -> Status {
+    (void)temp.Close();
+    (void)RemoveFile(tempPath);
+    return error;
+  };
+  std::error_code ec;
+  Path target = requested;
+  if (std::filesystem::is_symlink(requested, ec)) {
+    target = std::filesystem::canonical(requested, ec);
+    if (ec) return fail(FailureOf(ErrorCode::NotFound, "cannot follow the link", requested, ec.message()));
+  }
+  struct stat st;
+  bool exists = ::stat(target.c_str(), &st) == 0;
+  if (exists && (st.st_mode & 0222) == 0) return fail(FailureOf(ErrorCode::CannotWrite, "cannot replace", target, "it is read-only"));
+  if (Status s = temp.FlushToDisk(); !s) return fail(s.error());
+  if (Status s = temp.Close(); !s) return fail(s.error());
+  if (exists) {
+    if (::chmod(tempPath.c_str(), st.st_mode & 07777) != 0)
+      return fail(Failure(ErrorCode::CannotWrite, "cannot give the new file the mode of", target));
+    // Only the owner's administrator may give a file away; a file of one's own keeps its owner.
+    if ((st.st_uid != ::geteuid() || st.st_gid != ::getegid()) && ::chown(tempPath.c_str(), st.st_uid, st.st_gid) != 0 &&
+        errno != EPERM)
+      return fail(Failure(ErrorCode::CannotWrite, "cannot give the new file the owner of", target));
+    if (Status s = KeepBackup(target); !s) return fail(s.error());
+  }
+  if (::rename(tempPath.c_str(), target.c_str()) != 0) return fail(Failure(ErrorCode::CannotWrite, "cannot replace", target));
+  return SyncFolder(FolderOf(target));
+}
+
+// ---- Attributes and folders ----
+
+Result<bool> IsReadOnly(const Path& path) {
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0) return Failure(ReadCode(), "cannot read the attributes of", path);
+  return (st.st_mode & 0222) == 0;
+}
+
+Status SetReadOnly(const Path& path, bool readOnly) {
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0) return Failure(ReadCode(), "cannot read the attributes of", path);
+  mode_t mode = readOnly ? (st.st_mode & ~mode_t(0222)) : (st.st_mode | S_IWUSR);
+  if (::chmod(path.c_str(), mode & 07777) != 0) return Failure(ErrorCode::CannotWrite, "cannot change the attributes of", path);
+  return {};
+}
+
+Result<std::vector<Text>> ListFolder(const Path& folder, TextView wildcard) {
+  DIR* dir = ::opendir(folder.c_str());
+  if (!dir) return Failure(ReadCode(), "cannot list", folder);
+  std::vector<Text> names;
+  while (const dirent* entry = ::readdir(dir)) {
+    Text name = FromUtf8(entry->d_name);
+    if (name == u"." || name == u"..") continue;
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(folder / entry->d_name, ec)) continue;
+    if (MatchesWildcard(name, wildcard)) names.push_back(std::move(name));
+  }
+  ::closedir(dir);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace tq::os
