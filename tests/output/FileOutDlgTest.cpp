@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Fields.hpp"
+#include "common/Json.hpp"
 #include "drawing/FrameGrid.hpp"
 #include "support/ExampleSite.hpp"
 #include "support/Listing.hpp"
@@ -66,9 +67,10 @@ TEST(FileOutDlg, TheDefaultFileNamesOfPlanDwgPlanBackupDwgAndPlanDwgx) {
     dxf::DxfDrawing drawing(dxf::Document::Read(*ReadFileBytes(site.drawingPath)).value(), site.copy.dir / name);
     ScriptRun run = RunScript(drawing, site.folders, kOpenOutput + "click 3000:1\nescape\n" + kFinish);
     ASSERT_TRUE(run.ok) << run.All();
-    std::string folder = site.copy.dir.path().string() + "/";
-    EXPECT_TRUE(run.Has(R"({"event":"savefile","name":")" + folder + proposed +
-                        R"(","extension":"txt","filter":"ﾃｷｽﾄﾌｧｲﾙ (*.txt)|*.txt|CSV file (*.csv)|*.csv|All files (*.*)|*.*||"})"))
+    // The drawing's own path less its extension, as the platform writes paths.
+    std::string expected = JsonString(FromFsPath(site.copy.dir / proposed));
+    EXPECT_TRUE(run.Has(R"({"event":"savefile","name":)" + expected +
+                        R"(,"extension":"txt","filter":"ﾃｷｽﾄﾌｧｲﾙ (*.txt)|*.txt|CSV file (*.csv)|*.csv|All files (*.*)|*.*||"})"))
         << name << "\n" << run.All();
     EXPECT_TRUE(run.Has(kFinished)) << run.All();  // the save-file dialog was cancelled
   }

@@ -84,7 +84,7 @@ TEST(TakeoffCheckOnePath, TheDialogShowsExactlyTheItemsTqstdTakeoffJsonPrints) {
 
 TEST(TakeoffCheckOnePath, TqstdTakeoffWarnsOnStandardErrorAsTheDialogDoesOnTheCommandLine) {
   SiteCopy copy;
-  std::filesystem::path path = copy.site / "drawings" / "設備標準図.dxf";
+  std::filesystem::path path = copy.site / "drawings" / std::filesystem::path(std::u8string(u8"設備標準図.dxf"));
   Text sheetName;
   {
     auto drawing = dxf::DxfDrawing::Open(path).value();
@@ -118,7 +118,7 @@ TEST(TakeoffCheckOnePath, TqstdTakeoffWarnsOnStandardErrorAsTheDialogDoesOnTheCo
 
 TEST(TakeoffCheckOnePath, CancellingTheTakeoffCheckLeavesTheDrawingFileAsItWas) {
   SiteCopy copy;
-  std::filesystem::path path = copy.site / "drawings" / "設備標準図.dxf";
+  std::filesystem::path path = copy.site / "drawings" / std::filesystem::path(std::u8string(u8"設備標準図.dxf"));
   std::string before = *ReadFileBytes(path);
   std::filesystem::path file = copy.dir / "script.txt";
   std::ofstream(file, std::ios::binary)
@@ -128,5 +128,5 @@ TEST(TakeoffCheckOnePath, CancellingTheTakeoffCheckLeavesTheDrawingFileAsItWas) 
   EXPECT_NE(run.out.find(R"({"event":"enddialog","id":2000,"result":2})"), std::string::npos) << run.out;
   EXPECT_EQ(run.out.find("\"saved\""), std::string::npos) << run.out;
   EXPECT_EQ(*ReadFileBytes(path), before);
-  EXPECT_FALSE(std::filesystem::exists(copy.site / "drawings" / "設備標準図.dxf.bak"));
+  EXPECT_FALSE(std::filesystem::exists(copy.site / "drawings" / std::filesystem::path(std::u8string(u8"設備標準図.dxf.bak"))));
 }

@@ -13,7 +13,7 @@ struct ExampleSite {
   SiteCopy copy;
   FakeHost host{FromFsPath(copy.site / "Velum.ini")};
   Folders folders{host, host.codePage()};
-  std::filesystem::path drawingPath = copy.site / "drawings" / "設備標準図.dxf";
+  std::filesystem::path drawingPath = copy.site / "drawings" / std::filesystem::path(std::u8string(u8"設備標準図.dxf"));
   std::unique_ptr<dxf::DxfDrawing> drawing = dxf::DxfDrawing::Open(drawingPath).value();
 
   // A file of the add-in data folder ("system/Addin/標準図").
