@@ -29,6 +29,7 @@ constexpr std::array kNamed{
     Named{"utf8", 65001},     Named{"usascii", 20127},  Named{"ascii", 20127},    Named{"gbk", 936},
     Named{"gb2312", 936},     Named{"big5", 950},       Named{"eucjp", 20932},    Named{"euckr", 51949},
     Named{"ibm1363", 1361},   Named{"johab", 1361},     Named{"koi8r", 20866},    Named{"latin1", 28591},
+    Named{"macintosh", 10000}, Named{"macroman", 10000},
 };
 
 std::optional<unsigned> Number(std::string_view digits) {

@@ -16,6 +16,7 @@ TEST(CodePageNumbers, TheNamesInUseReachTheirWindowsNumbers) {
   EXPECT_EQ(WindowsCodePageNumber("ibm-1363"), 1361u);
   EXPECT_EQ(WindowsCodePageNumber("UTF-8"), 65001u);
   EXPECT_EQ(WindowsCodePageNumber("ISO-8859-1"), 28591u);
+  EXPECT_EQ(WindowsCodePageNumber("macintosh"), 10000u);  // ICU's name for Mac Roman, which DXF writers call MAC-ROMAN
 }
 
 TEST(CodePageNumbers, CaseAndSeparatorsDoNotMatter) {
