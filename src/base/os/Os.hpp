@@ -46,7 +46,9 @@ class MappedFile {
   void Release();
   const char* data_ = nullptr;
   size_t size_ = 0;
-  void* mapping_ = nullptr;  // the Windows mapping object; unused on POSIX
+#ifdef _WIN32
+  void* mapping_ = nullptr;  // the mapping object the view belongs to
+#endif
 };
 Result<MappedFile> MapFile(const Path& path);
 
