@@ -166,63 +166,50 @@ std::vector<DumpedControl> DumpControls(const dialog::DialogTemplate& dialogTemp
   return controls;
 }
 
-void Transcript::Input(int line, TextView text) {
-  if (ended_) return;
-  out_ << JsonObject("input").Int("line", line).Text("text", text).Close() << '\n';
+void Transcript::Write(const std::string& event) {
+  if (!ended_) out_ << event << '\n';
 }
-void Transcript::Prompt(TextView text) {
-  if (ended_) return;
-  out_ << JsonObject("prompt").Text("text", text).Close() << '\n'; }
-void Transcript::Print(TextView text) {
-  if (ended_) return;
-  out_ << JsonObject("print").Text("text", text).Close() << '\n'; }
+
+void Transcript::Input(int line, TextView text) {
+  Write(JsonObject("input").Int("line", line).Text("text", text).Close());
+}
+void Transcript::Prompt(TextView text) { Write(JsonObject("prompt").Text("text", text).Close()); }
+void Transcript::Print(TextView text) { Write(JsonObject("print").Text("text", text).Close()); }
 
 void Transcript::MessageBox(const MessageBoxRequest& box) {
-  if (ended_) return;
   std::vector<MessageAnswer> buttons = ButtonsOf(box.buttons);
   size_t d = box.defaultButton >= 0 && static_cast<size_t>(box.defaultButton) < buttons.size() ? static_cast<size_t>(box.defaultButton) : 0;
-  out_ << JsonObject("messagebox")
-              .Text("text", box.text)
-              .Text("icon", FromUtf8(IconName(box.icon)))
-              .Text("buttons", FromUtf8(ButtonsName(box.buttons)))
-              .Text("default", FromUtf8(AnswerName(buttons[d])))
-              .Close()
-       << '\n';
+  Write(JsonObject("messagebox")
+            .Text("text", box.text)
+            .Text("icon", FromUtf8(IconName(box.icon)))
+            .Text("buttons", FromUtf8(ButtonsName(box.buttons)))
+            .Text("default", FromUtf8(AnswerName(buttons[d])))
+            .Close());
 }
 
 void Transcript::Dialog(int id, TextView caption, bool modal) {
-  if (ended_) return;
-  out_ << JsonObject("dialog").Int("id", id).Text("caption", caption).Bool("modal", modal).Close() << '\n';
+  Write(JsonObject("dialog").Int("id", id).Text("caption", caption).Bool("modal", modal).Close());
 }
 void Transcript::EndDialog(int id, int result) {
-  if (ended_) return;
-  out_ << JsonObject("enddialog").Int("id", id).Int("result", result).Close() << '\n';
+  Write(JsonObject("enddialog").Int("id", id).Int("result", result).Close());
 }
 void Transcript::SaveFile(const SaveFileRequest& r) {
-  if (ended_) return;
-  out_ << JsonObject("savefile").Text("name", r.defaultName).Text("extension", r.extension).Text("filter", r.filter).Close()
-       << '\n';
+  Write(JsonObject("savefile").Text("name", r.defaultName).Text("extension", r.extension).Text("filter", r.filter).Close());
 }
 void Transcript::ProgressStart(TextView text, int range) {
-  if (ended_) return;
-  out_ << JsonObject("progress").Text("text", text).Int("range", range).Close() << '\n';
+  Write(JsonObject("progress").Text("text", text).Int("range", range).Close());
 }
 void Transcript::ProgressPosition(int position) {
-  if (ended_) return;
-  out_ << JsonObject("progress").Int("position", position).Close() << '\n';
+  Write(JsonObject("progress").Int("position", position).Close());
 }
 void Transcript::Dump(int dialogId, TextView caption, const std::vector<DumpedControl>& controls) {
-  if (ended_) return;
   std::string list = "[";
   for (size_t i = 0; i < controls.size(); ++i) list += (i ? "," : "") + ControlJson(controls[i]);
-  out_ << JsonObject("dump").Int("dialog", dialogId).Text("caption", caption).Add("controls", list + "]").Close() << '\n';
+  Write(JsonObject("dump").Int("dialog", dialogId).Text("caption", caption).Add("controls", list + "]").Close());
 }
-void Transcript::Saved(TextView path) {
-  if (ended_) return;
-  out_ << JsonObject("saved").Text("path", path).Close() << '\n'; }
+void Transcript::Saved(TextView path) { Write(JsonObject("saved").Text("path", path).Close()); }
 void Transcript::Error(int line, TextView text) {
-  if (ended_) return;
-  out_ << JsonObject("error").Int("line", line).Text("text", text).Close() << '\n';
+  Write(JsonObject("error").Int("line", line).Text("text", text).Close());
   ended_ = true;
 }
 

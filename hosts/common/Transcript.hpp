@@ -3,6 +3,7 @@
 // in UTF-8. Every host writes it through this one class, so the same run gives the same bytes.
 #include <optional>
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "base/Text.hpp"
@@ -50,6 +51,8 @@ class Transcript {
   void Error(int line, TextView text);
 
  private:
+  // One event a line; nothing after the error.
+  void Write(const std::string& event);
   std::ostream& out_;
   bool ended_ = false;
 };

@@ -137,9 +137,11 @@ TEST(ScriptErrors, ALineThatDoesNotFitWhatWaitsIsAnError) {
 
 TEST(ScriptErrors, NothingIsWrittenAfterTheError) {
   Harness h("click 3000:9\n");
-  ModalTestDialog fileOut(3000, h.services());
-  EXPECT_FALSE(h.Run([&] { fileOut.DoModal(); }));
   // The modal dialog goes away as the run unwinds, but the error stays the last event.
+  EXPECT_FALSE(h.Run([&] {
+    ModalTestDialog fileOut(3000, h.services());
+    fileOut.DoModal();
+  }));
   EXPECT_EQ(Last(h), R"({"event":"error","line":1,"text":"the dialog 3000 has no control 9"})");
 }
 

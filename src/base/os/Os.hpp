@@ -176,6 +176,9 @@ void UseBinaryStandardStreams();
 // Platform pieces the shared code builds on.
 namespace detail {
 Error FailureOf(ErrorCode code, std::string_view doing, const Path& path, std::string_view cause);
+// The file a path names: a symbolic link's target (saving through a link replaces the target and
+// keeps the link), else the path itself.
+Result<Path> FollowLink(const Path& requested);
 Text UserName();
 Text HostName();
 uint64_t ProcessId();

@@ -18,6 +18,14 @@ Error FailureOf(ErrorCode code, std::string_view doing, const Path& path, std::s
   if (!cause.empty()) message += ": " + std::string(cause);
   return MakeError(code, message);
 }
+
+Result<Path> FollowLink(const Path& requested) {
+  std::error_code ec;
+  if (!std::filesystem::is_symlink(requested, ec)) return requested;
+  Path target = std::filesystem::canonical(requested, ec);
+  if (ec) return FailureOf(ErrorCode::NotFound, "cannot follow the link", requested, ec.message());
+  return target;
+}
 }  // namespace detail
 
 // Small pieces gather in a buffer; a piece larger than the buffer goes straight to the file.

@@ -184,12 +184,9 @@ Status ReplaceKeepingBackup(OutputFile temp, const Path& requested) {
     (void)RemoveFile(tempPath);
     return error;
   };
-  std::error_code ec;
-  Path target = requested;
-  if (std::filesystem::is_symlink(requested, ec)) {
-    target = std::filesystem::canonical(requested, ec);
-    if (ec) return fail(FailureOf(ErrorCode::NotFound, "cannot follow the link", requested, ec.message()));
-  }
+  Result<Path> followed = detail::FollowLink(requested);
+  if (!followed) return fail(followed.error());
+  const Path& target = *followed;
   struct stat st;
   bool exists = ::stat(target.c_str(), &st) == 0;
   if (exists && (st.st_mode & 0222) == 0) return fail(FailureOf(ErrorCode::CannotWrite, "cannot replace", target, "it is read-only"));

@@ -179,12 +179,9 @@ Status ReplaceKeepingBackup(OutputFile temp, const Path& requested) {
     (void)RemoveFile(tempPath);
     return error;
   };
-  std::error_code ec;
-  Path target = requested;
-  if (std::filesystem::is_symlink(requested, ec)) {
-    target = std::filesystem::canonical(requested, ec);
-    if (ec) return fail(FailureOf(ErrorCode::NotFound, "cannot follow the link", requested, ec.message()));
-  }
+  Result<Path> followed = detail::FollowLink(requested);
+  if (!followed) return fail(followed.error());
+  const Path& target = *followed;
   DWORD attributes = ::GetFileAttributesW(target.c_str());
   bool exists = attributes != INVALID_FILE_ATTRIBUTES;
   if (exists && (attributes & FILE_ATTRIBUTE_READONLY))
