@@ -96,6 +96,10 @@ int RunMark(const Context& context, const std::string& drawing, const MarkOption
     std::vector<ObjectId> named = session.SheetsNamed(name);
     sheets.insert(sheets.end(), named.begin(), named.end());
   }
+  // A colour no entity can hold stops the command before anything is marked or written.
+  if (!options.restore)
+    if (Result<int> colour = session.context().settings.ReadChangeColour(); !colour)
+      throw UserError(ToUtf8(colour.error().message));
   std::ostream& out = *context.out;
   ReportAcisBodies(out, session.drawing().document());
   size_t frames = MarkFrames(session.context(), sheets, !options.restore);

@@ -65,17 +65,23 @@ size_t MarkFrames(const DrawingContext& context, const std::vector<ObjectId>& sh
   if (!guard.acquired()) return 0;
   size_t changedFrames = 0;
   {
+    // A colour no entity can hold is refused before anything is changed.
+    Result<int> colour = mark ? context.settings.ReadChangeColour() : Result<int>(kDefaultChangeColour);
+    if (!colour) {
+      context.editor.Print(u"\nError:" + colour.error().message + u".\n");
+      return 0;
+    }
     auto lock = context.drawing.LockForWrite();
-    int colour = mark ? context.settings.ReadChangeColour() : kDefaultChangeColour;
-    // The grid is read once for all the frames; its warning is still given frame by frame.
+    // The grid is read once for all the frames; its folder warning is still given frame by frame.
     FrameGridValues grid = context.settings.ReadFrameGrid();
+    WarnIfUnusableGrid(GridOf(grid), context.editor);
     for (ObjectId id : sheetTexts) {
       std::optional<TextEntity> text = context.drawing.TextData(id);
       if (!text) continue;
       WarnIfNoFrameGrid(grid, context.editor);
       FramePolygon polygon;
       if (LocateFrame(GridOf(grid), text->position, polygon) &&
-          MarkFrameEntities(context.drawing, context.editor, polygon, mark, colour) > 0)
+          MarkFrameEntities(context.drawing, context.editor, polygon, mark, *colour) > 0)
         ++changedFrames;
     }
   }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/Encoding.hpp"
+#include "base/Format.hpp"
 #include "drawing/EntityScan.hpp"
 #include "drawing/Geometry2d.hpp"
 
@@ -11,7 +12,9 @@ namespace tq {
 FrameGrid LoadFrameGrid(const StdSettings& settings, Editor& editor) {
   FrameGridValues values = settings.ReadFrameGrid();
   WarnIfNoFrameGrid(values, editor);
-  return GridOf(values);
+  FrameGrid grid = GridOf(values);
+  WarnIfUnusableGrid(grid, editor);
+  return grid;
 }
 
 FrameGrid GridOf(const FrameGridValues& values) {
@@ -20,6 +23,39 @@ FrameGrid GridOf(const FrameGridValues& values) {
 
 void WarnIfNoFrameGrid(const FrameGridValues& values, Editor& editor) {
   if (values.dataFolderMissing) editor.Print(u"\nWARNING:ﾌﾚｰﾑ情報が取得出来ません.\n");
+}
+
+bool HoldsFrames(const FrameGrid& grid) {
+  return grid.width > 0 && grid.height > 0 && grid.rows >= 1 && grid.columns >= 1 && grid.rows <= kMaxFrameCount &&
+         grid.columns <= kMaxFrameCount;
+}
+
+namespace {
+
+Text SizeWarning(const SettingKey& key, double value, TextView what) {
+  return Format(u"\nWARNING:%s=%s (%s): %s must be greater than 0; no frame is searched.\n",
+                {key.key, Format(u"%g", {value}), kSettingsFileName, what});
+}
+
+Text CountWarning(const SettingKey& key, int value, TextView what) {
+  return Format(u"\nWARNING:%s=%d (%s): %s must be from 1 to %d; no frame is searched.\n",
+                {key.key, value, kSettingsFileName, what, kMaxFrameCount});
+}
+
+}  // namespace
+
+std::vector<Text> UnusableGridWarnings(const FrameGrid& grid) {
+  std::vector<Text> warnings;
+  if (!(grid.width > 0)) warnings.push_back(SizeWarning(kFrameWidthKey, grid.width, u"a frame width"));
+  if (!(grid.height > 0)) warnings.push_back(SizeWarning(kFrameHeightKey, grid.height, u"a frame height"));
+  if (grid.rows < 1 || grid.rows > kMaxFrameCount) warnings.push_back(CountWarning(kFrameRowsKey, grid.rows, u"the count of frame rows"));
+  if (grid.columns < 1 || grid.columns > kMaxFrameCount)
+    warnings.push_back(CountWarning(kFrameColumnsKey, grid.columns, u"the count of frame columns"));
+  return warnings;
+}
+
+void WarnIfUnusableGrid(const FrameGrid& grid, Editor& editor) {
+  for (const Text& warning : UnusableGridWarnings(grid)) editor.Print(warning);
 }
 
 FramePolygon MakeFramePolygon(const FrameGrid& grid, int row, int column) {
@@ -52,30 +88,21 @@ bool TryCell(const FrameGrid& grid, const Point3& point, int r, int c, FramePoly
 }
 }  // namespace
 
-// A grid with no rows or no columns holds no frame (a count below 1 would otherwise never
-// end the search).
 bool LocateFrame(const DrawingContext& context, const Point3& point, FramePolygon& out, FrameCell* cell) {
   return LocateFrame(LoadFrameGrid(context.settings, context.editor), point, out, cell);
 }
 
+// A grid that holds no frame (a size of 0 or less, a count below 1 or beyond any drawing) is
+// not searched: its frames would be empty or overlap, and a count below 1 would never end the
+// search by row and column.
 bool LocateFrame(const FrameGrid& grid, const Point3& point, FramePolygon& out, FrameCell* cell) {
-  if (grid.width > 0 && grid.height > 0) {
-    double fr = std::floor((point.y - grid.originY) / grid.height), fc = std::floor((point.x - grid.originX) / grid.width);
-    if (std::fabs(fr) > 1e9 || std::fabs(fc) > 1e9) return false;
-    int r = static_cast<int>(fr), c = static_cast<int>(fc);
-    for (int dr : {0, -1, 1})
-      for (int dc : {0, -1, 1})
-        if (TryCell(grid, point, r + dr, c + dc, out, cell)) return true;
-    return false;
-  }
-  for (int r = 0; r < grid.rows; ++r)
-    for (int c = 0; c < grid.columns; ++c) {
-      FramePolygon polygon = MakeFramePolygon(grid, r, c);
-      if (!PointInFrame(point, polygon)) continue;
-      out.insert(out.end(), polygon.begin(), polygon.end());
-      if (cell) *cell = {r, c};
-      return true;
-    }
+  if (!HoldsFrames(grid)) return false;
+  double fr = std::floor((point.y - grid.originY) / grid.height), fc = std::floor((point.x - grid.originX) / grid.width);
+  if (std::fabs(fr) > 1e9 || std::fabs(fc) > 1e9) return false;
+  int r = static_cast<int>(fr), c = static_cast<int>(fc);
+  for (int dr : {0, -1, 1})
+    for (int dc : {0, -1, 1})
+      if (TryCell(grid, point, r + dr, c + dc, out, cell)) return true;
   return false;
 }
 

@@ -29,10 +29,20 @@ struct DrawingContext {
   MarkingState& marking;
 };
 
+// A count of frames in a row or a column above this is no real drawing's: at the default frame
+// size it spans 280 km of model space, and a project's standard drawings number in the hundreds.
+inline constexpr int kMaxFrameCount = 10000;
+
 FrameGrid LoadFrameGrid(const StdSettings& settings, Editor& editor);
 // LoadFrameGrid in two steps, for a caller that reads the grid once for many frames.
 FrameGrid GridOf(const FrameGridValues& values);
 void WarnIfNoFrameGrid(const FrameGridValues& values, Editor& editor);
+// Whether a search can find a frame: sizes above 0, counts from 1 to kMaxFrameCount.
+bool HoldsFrames(const FrameGrid& grid);
+// One warning for each value of the grid that cannot work, naming its key and value; none
+// when the grid holds frames.
+std::vector<Text> UnusableGridWarnings(const FrameGrid& grid);
+void WarnIfUnusableGrid(const FrameGrid& grid, Editor& editor);
 FramePolygon MakeFramePolygon(const FrameGrid& grid, int row, int column);
 // The frame (row, column) whose polygon holds the point, by LocateFrame's search.
 struct FrameCell {

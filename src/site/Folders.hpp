@@ -8,6 +8,8 @@
 
 namespace tq {
 
+inline constexpr char16_t kSettingsFileName[] = u"標準図設定.ini";
+
 // A value of the host ini, as the suite's environment reader gives it: nothing when the key
 // cannot be read.
 std::optional<Text> ReadHostSetting(TextView iniPath, TextView section, TextView key, const CodePage& systemCodePage);
@@ -35,7 +37,7 @@ class Folders {
   // A file of the standard-drawing data folder; empty when that folder is not set.
   Text StdDataFile(TextView name) const;
   // "標準図設定.ini" in the standard-drawing data folder.
-  Text SettingsFile() const { return StdDataFile(u"標準図設定.ini"); }
+  Text SettingsFile() const { return StdDataFile(kSettingsFileName); }
   Text SymbolSizeDataFile() const { return StdDataFile(u"記号サイズデータ.dat"); }
   // A file of the add-in data folder; empty when the system folder cannot be read.
   Text AddinDataFile(TextView name) const;

@@ -54,9 +54,15 @@ FrameGridValues StdSettings::ReadFrameGrid() const {
   return grid;
 }
 
-int StdSettings::ReadChangeColour() const {
+Result<int> StdSettings::ReadChangeColour() const {
   if (folders_.StdDataFolder().empty()) return kDefaultChangeColour;
-  return ReadInt(kChangeColourKey);
+  SettingValue value = Read(kChangeColourKey);
+  int colour = ToInt(value.text);
+  if (colour < kColourByBlock || colour > kColourByLayer)
+    return MakeError(ErrorCode::InvalidValue,
+                     Format(u"%s=%s (%s): a colour number must be from %d (by block) to %d (by layer); nothing is marked",
+                            {kChangeColourKey.key, value.text, kSettingsFileName, kColourByBlock, kColourByLayer}));
+  return colour;
 }
 
 SizeTableValues StdSettings::ReadSizeTable() const {

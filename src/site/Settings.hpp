@@ -77,8 +77,9 @@ class StdSettings {
   // `LoadLayerSettings`: nothing when the data folder is not set.
   std::optional<LayerSettings> LoadLayerSettings() const;
   FrameGridValues ReadFrameGrid() const;
-  // The marking colour: kDefaultChangeColour without a data folder or value.
-  int ReadChangeColour() const;
+  // The marking colour: kDefaultChangeColour without a data folder or value; an error naming
+  // the key and its value when it is no colour an entity can hold (0 by block to 256 by layer).
+  Result<int> ReadChangeColour() const;
   SizeTableValues ReadSizeTable() const;
   // Stores the three values (hundredths) with "%g"; the first failure, after trying all three.
   Status WriteSizeTable(const SizeTableValues& values) const;

@@ -42,14 +42,14 @@ TEST(Settings, DataFolderWithOrWithoutTrailingBackslashGivesTheSameSettingsPath)
 
 TEST(Settings, ChangeColourAbcGivesZeroNotTheDefault) {
   Site site(u"data", u"[標準図]\r\n変更色=abc\r\n");
-  EXPECT_EQ(site.settings().ReadChangeColour(), 0);
+  EXPECT_EQ(site.settings().ReadChangeColour().value(), 0);
 }
 
 TEST(Settings, ChangeColourDefaultsToOne) {
   Site site(u"data", u"[標準図]\r\n");
-  EXPECT_EQ(site.settings().ReadChangeColour(), 1);
+  EXPECT_EQ(site.settings().ReadChangeColour().value(), 1);
   Site noFolder(u"");
-  EXPECT_EQ(noFolder.settings().ReadChangeColour(), 1);
+  EXPECT_EQ(noFolder.settings().ReadChangeColour().value(), 1);
 }
 
 TEST(Settings, EmptyVerticalFrameCountKeepsThree) {
