@@ -4,6 +4,7 @@
 #include <cstring>
 #include <optional>
 
+#include "base/Quote.hpp"
 #include "dxf/DxfDocument.hpp"
 
 namespace tq::dxf {
@@ -34,6 +35,8 @@ constexpr std::array<NumberKind, 1072> MakeNumberKinds() {
   return kinds;
 }
 constexpr std::array<NumberKind, 1072> kNumberKinds = MakeNumberKinds();
+
+constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -132,8 +135,8 @@ bool Loader::Next() {
         NumberKind kind = kNumberKinds[static_cast<size_t>(cur_.code)];
         if (kind != NumberKind::None && !LooksLikeNumber(cur_.value, kind == NumberKind::Float))
           Fail(cur_.line + 1, "expected " + std::string(kind == NumberKind::Float ? "a number" : "an integer") +
-                                  " for group code " + std::to_string(cur_.code) + ", found \"" +
-                                  std::string(cur_.value.substr(0, 40)) + "\"");
+                                  " for group code " + std::to_string(cur_.code) + ", found " +
+                                  QuoteFileContent(cur_.value));
       }
       return have_ = !error_;
     }
@@ -142,7 +145,7 @@ bool Loader::Next() {
       Fail(tagger_.errorLine(), "the file ends after a group code, where its value was expected");
       return have_ = false;
     }
-    Fail(tagger_.errorLine(), "expected a group code (an integer)");
+    Fail(tagger_.errorLine(), "expected a group code (an integer), found " + QuoteFileContent(tagger_.errorText()));
     tagger_.SkipLine();
   }
 }
@@ -162,7 +165,7 @@ bool Loader::AtAny(std::initializer_list<std::string_view> keywords) const {
 
 std::string Loader::Describe() const {
   if (!have_) return "the end of the file";
-  return "group code " + std::to_string(cur_.code) + " \"" + std::string(cur_.value.substr(0, 40)) + "\"";
+  return "group code " + std::to_string(cur_.code) + " " + QuoteFileContent(cur_.value);
 }
 
 uint32_t Loader::AddSegment(uint32_t begin, uint32_t end, uint32_t record) {
@@ -190,6 +193,8 @@ void Loader::MakeCodec() {
 }
 
 void Loader::Run() {
+  // A byte-order mark before the first tag is read past and written back as it was.
+  if (doc_.bytes_.starts_with(kUtf8Bom)) tagger_ = Tagger(doc_.bytes_, static_cast<uint32_t>(kUtf8Bom.size()));
   size_t firstNewline = doc_.bytes_.find('\n');
   if (firstNewline != std::string::npos && firstNewline > 0 && doc_.bytes_[firstNewline - 1] == '\r')
     doc_.lineEnd_ = "\r\n";
@@ -313,7 +318,7 @@ void Loader::Tables() {
       if (table == "APPID") doc_.appIdTableEnd_ = AddSegment(Here(), Here()), doc_.appIdTableHandle_ = handle;
       SkipRecord();
     } else {
-      Fail(have_ ? cur_.line : tagger_.line(), "table " + table + " is not closed by \"0 ENDTAB\"");
+      Fail(have_ ? cur_.line : tagger_.line(), "table " + QuoteFileContent(table) + " is not closed by \"0 ENDTAB\"");
     }
   }
 }
@@ -336,7 +341,7 @@ void Loader::Blocks() {
     Entities(static_cast<int32_t>(doc_.blocks_.size() - 1));
     doc_.blocks_.back().endRecord = static_cast<uint32_t>(doc_.records_.size());
     if (At("ENDBLK")) SkipRecord();
-    else Fail(have_ ? cur_.line : tagger_.line(), "block \"" + ToUtf8(doc_.blocks_.back().name) + "\" is not closed by \"0 ENDBLK\"");
+    else Fail(have_ ? cur_.line : tagger_.line(), "block " + ToUtf8(QuoteFileContent(doc_.blocks_.back().name)) + " is not closed by \"0 ENDBLK\"");
   }
 }
 
@@ -421,10 +426,40 @@ void Loader::Entities(int32_t block) {
 
 namespace {
 
-// What no reading can get past: not ASCII DXF, or too large for the offsets kept.
+// Whether the text is UTF-16: a byte-order mark, or the NUL bytes that the ASCII of a DXF
+// file's first line leaves in every other place.
+bool LooksLikeUtf16(std::string_view bytes) {
+  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return true;
+  if (bytes.size() < 4) return false;
+  return (bytes[1] == '\0' && bytes[3] == '\0' && bytes[0] != '\0') || (bytes[0] == '\0' && bytes[2] == '\0' && bytes[1] != '\0');
+}
+
+// Lines ended by CR alone: a CR before any LF that no LF follows.
+bool EndsLinesWithCrAlone(std::string_view bytes) {
+  size_t cr = bytes.find('\r');
+  if (cr == std::string_view::npos || cr + 1 >= bytes.size() || bytes[cr + 1] == '\n') return false;
+  return bytes.substr(0, cr).find('\n') == std::string_view::npos;
+}
+
+// What no reading can get past: not ASCII DXF, or too large for the offsets kept. Each is
+// named, so that the user knows what the file is and what to do with it.
 std::optional<Error> Unreadable(std::string_view bytes) {
+  if (bytes.starts_with(kUtf8Bom)) bytes.remove_prefix(kUtf8Bom.size());
   if (bytes.starts_with("AutoCAD Binary DXF"))
     return MakeError(ErrorCode::Unsupported, "a binary DXF file; save the drawing as ASCII DXF", 1);
+  if (bytes.starts_with("AC10") || bytes.starts_with("AC1.") || bytes.starts_with("AC2."))
+    return MakeError(ErrorCode::Unsupported, "a DWG drawing (version " + QuoteFileContent(bytes.substr(0, 6)) +
+                                                 "), not DXF; open it in the CAD program and save it as DXF", 1);
+  if (LooksLikeUtf16(bytes))
+    return MakeError(ErrorCode::Unsupported,
+                     "a UTF-16 text file; a DXF file is 8-bit text: save the drawing as DXF from the CAD program, or "
+                     "convert the file to UTF-8 or the drawing's code page",
+                     1);
+  if (EndsLinesWithCrAlone(bytes))
+    return MakeError(ErrorCode::Unsupported,
+                     "its lines end with CR alone; a DXF file's lines end with CR LF or LF: convert the line ends "
+                     "and open it again",
+                     1);
   if (bytes.size() >= UINT32_MAX) return MakeError(ErrorCode::TooLarge, "the file is larger than 4 GB", 1);
   return std::nullopt;
 }

@@ -150,6 +150,7 @@ Tagger::Result Tagger::Next(Tag& tag) {
   int code;
   if (!ParseCode(codeLine, code)) {
     errorLine_ = line_;
+    errorText_ = codeLine;
     return Result::BadCode;
   }
   if (!whole && !ReadLine(data_, afterCode, value, afterValue)) {

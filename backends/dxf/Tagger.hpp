@@ -41,12 +41,15 @@ class Tagger {
   uint32_t line() const { return line_; }
   // Where the bad pair starts, after Next returned BadCode or MissingValue.
   uint32_t errorLine() const { return errorLine_; }
+  // The line that is no group code, after Next returned BadCode.
+  std::string_view errorText() const { return errorText_; }
 
  private:
   std::string_view data_;
   uint32_t pos_;
   uint32_t line_;
   uint32_t errorLine_ = 0;
+  std::string_view errorText_;
 };
 
 // Strips a "\r" before the line end and the blanks around a number.
