@@ -107,6 +107,8 @@ void PrintList(std::ostream& out, const std::string& title, const std::optional<
 int RunChoices(const Context& context, const std::string& ab) {
   if (!ab.empty() && ab != "A" && ab != "B") throw CLI::ValidationError("--ab takes A or B");
   Text abText = ab == "B" ? u"" : u"A";
+  // The choice lists are all in the add-in data folder under the system folder.
+  if (Status system = context.folders->CheckSystemFolder(); !system) throw UserError(system.error().Describe());
   std::ostream& out = *context.out;
   ChoiceFolders folders = FindChoiceFolders(*context.folders);
   out << "choice folder: " << ToUtf8(folders.choiceFolder) << "\nA/B files: " << (SelectsAMaterial(abText) ? "A" : "B") << '\n';

@@ -49,6 +49,8 @@ FileOutputChoices Choices(const Context& context, const TakeoffOptions& options)
 }  // namespace
 
 int RunTakeoff(const Context& context, const std::string& drawing, const TakeoffOptions& options) {
+  // The reference tables and the output settings are all in the system folder.
+  if (Status system = context.folders->CheckSystemFolder(); !system) throw UserError(system.error().Describe());
   DrawingSession session(context, drawing);
   std::ostream& out = *context.out;
   std::optional<StandardDrawings> found = FindStandardDrawingsForTakeoff(session.context());

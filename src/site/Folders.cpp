@@ -1,5 +1,7 @@
 #include "site/Folders.hpp"
 
+#include <filesystem>
+
 #include "base/Paths.hpp"
 #include "base/Profile.hpp"
 
@@ -34,6 +36,17 @@ std::optional<Text> Folders::SystemFolder() const {
   std::optional<Text> value = ReadHostSetting(host_.HostIniFile(), u"環境設定", u"ｼｽﾃﾑ", codePage_);
   if (!value) return std::nullopt;
   return Resolve(*value);
+}
+
+Status Folders::CheckSystemFolder() const {
+  std::optional<Text> folder = SystemFolder();
+  if (!folder || folder->empty())
+    return MakeError(ErrorCode::NotFound, u"the system folder is not set (section 環境設定, key ｼｽﾃﾑ of " + host_.HostIniFile() + u")");
+  std::error_code ec;
+  if (!std::filesystem::is_directory(ToFsPath(*folder), ec))
+    return MakeError(ErrorCode::NotFound, u"the system folder is missing: " + FromFsPath(ToFsPath(*folder)) +
+                                              u" (section 環境設定, key ｼｽﾃﾑ of " + host_.HostIniFile() + u")");
+  return {};
 }
 
 Text Folders::HostSystemFolder() const {

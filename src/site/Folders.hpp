@@ -27,6 +27,9 @@ class Folders {
   Text StdDataFolder() const;
   // Section "環境設定", key "ｼｽﾃﾑ"; nothing when it cannot be read.
   std::optional<Text> SystemFolder() const;
+  // Nothing when the system folder is set and is a folder; else an error that names the key
+  // and, when it is set, the folder that is missing.
+  Status CheckSystemFolder() const;
   // The same key through the host export; empty when the export is missing.
   Text HostSystemFolder() const;
   // "%s\\Addin\\標準図" of the system folder.
