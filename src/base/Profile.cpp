@@ -6,13 +6,15 @@ namespace tq {
 
 namespace {
 
+bool IsBigEndian(FileEncoding e) { return e == FileEncoding::Utf16BeBom || e == FileEncoding::Utf16Be; }
+
 size_t UnitSize(FileEncoding e) {
-  return (e == FileEncoding::Utf16LeBom || e == FileEncoding::Utf16BeBom) ? 2 : 1;
+  return (e == FileEncoding::Utf16LeBom || e == FileEncoding::Utf16Le || IsBigEndian(e)) ? 2 : 1;
 }
 
 bool IsUnit(std::string_view bytes, size_t at, FileEncoding e, char c) {
   if (UnitSize(e) == 1) return bytes[at] == c;
-  bool big = e == FileEncoding::Utf16BeBom;
+  bool big = IsBigEndian(e);
   return bytes[at + (big ? 1 : 0)] == c && bytes[at + (big ? 0 : 1)] == '\0';
 }
 
@@ -21,7 +23,7 @@ Text DecodeLine(std::string_view bytes, FileEncoding e, const CodePage& systemCo
     case FileEncoding::SystemCodePage: return systemCodePage.Decode(bytes);
     case FileEncoding::Utf8:
     case FileEncoding::Utf8Bom: return FromUtf8(bytes);
-    default: return DecodeTextFile((e == FileEncoding::Utf16LeBom ? std::string("\xFF\xFE") : std::string("\xFE\xFF")) + std::string(bytes), systemCodePage).text;
+    default: return DecodeTextFile((IsBigEndian(e) ? std::string("\xFE\xFF") : std::string("\xFF\xFE")) + std::string(bytes), systemCodePage).text;
   }
 }
 
