@@ -3,6 +3,7 @@
 #include "base/Format.hpp"
 #include "base/Numbers.hpp"
 #include "base/Profile.hpp"
+#include "base/Quote.hpp"
 #include "ports/Drawing.hpp"
 
 namespace tq {
@@ -61,7 +62,7 @@ Result<int> StdSettings::ReadChangeColour() const {
   if (colour < kColourByBlock || colour > kColourByLayer)
     return MakeError(ErrorCode::InvalidValue,
                      Format(u"%s=%s (%s): a colour number must be from %d (by block) to %d (by layer); nothing is marked",
-                            {kChangeColourKey.key, value.text, kSettingsFileName, kColourByBlock, kColourByLayer}));
+                            {kChangeColourKey.key, QuoteFileContent(value.text), kSettingsFileName, kColourByBlock, kColourByLayer}));
   return colour;
 }
 

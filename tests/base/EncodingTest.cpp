@@ -54,3 +54,16 @@ TEST(SystemCodePage, UnknownNameIsRefusedWithItsName) {
   EXPECT_NE(unknown.error().Describe().find("no-such-code-page"), std::string::npos);
   EXPECT_TRUE(CodePage::Open("CP932"));
 }
+
+TEST(DecodeTextFile, Utf16WithoutAByteOrderMarkIsRecognisedByItsNulBytes) {
+  std::string little = EncodeFile(u"[標準図]\r\n縦ﾌﾚｰﾑ数=4\r\n", FileEncoding::Utf16LeBom, test::Cp932(), false);
+  DecodedText d = DecodeTextFile(little, test::Cp932());
+  EXPECT_EQ(d.encoding, FileEncoding::Utf16Le);
+  EXPECT_EQ(d.text, u"[標準図]\r\n縦ﾌﾚｰﾑ数=4\r\n");
+  std::string big = EncodeFile(u"[EXCEL]\r\n", FileEncoding::Utf16BeBom, test::Cp932(), false);
+  d = DecodeTextFile(big, test::Cp932());
+  EXPECT_EQ(d.encoding, FileEncoding::Utf16Be);
+  EXPECT_EQ(d.text, u"[EXCEL]\r\n");
+  // NUL bytes in no pattern are no UTF-16.
+  EXPECT_EQ(DecodeTextFile(std::string("a\0\0b", 4), test::Cp932()).encoding, FileEncoding::Utf8);
+}

@@ -125,3 +125,11 @@ TEST(Profile, MissingFileIsCreatedOnWrite) {
   ASSERT_TRUE(WriteProfileString(u"標準図", u"行間隔", u"500", dir.TextPath("new.ini"), test::Cp932()));
   EXPECT_EQ(dir.Read("new.ini"), EncodeCodePage(u"[標準図]\r\n行間隔=500\r\n", "CP932"));
 }
+
+TEST(Profile, Utf16WithoutAByteOrderMarkIsReadAndWrittenBackWithoutOne) {
+  TempDir dir;
+  dir.Write("a.ini", EncodeFile(u"[標準図]\r\n縦ﾌﾚｰﾑ数=4\r\n", FileEncoding::Utf16LeBom, test::Cp932(), false));
+  EXPECT_EQ(ReadProfileString(u"標準図", u"縦ﾌﾚｰﾑ数", u"", dir.TextPath("a.ini"), test::Cp932()), u"4");
+  ASSERT_TRUE(WriteProfileString(u"標準図", u"縦ﾌﾚｰﾑ数", u"5", dir.TextPath("a.ini"), test::Cp932()));
+  EXPECT_EQ(dir.Read("a.ini"), EncodeFile(u"[標準図]\r\n縦ﾌﾚｰﾑ数=5\r\n", FileEncoding::Utf16LeBom, test::Cp932(), false));
+}

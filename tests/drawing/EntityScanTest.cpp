@@ -193,3 +193,21 @@ TEST(EntityScan, MarkAndRestoreOnTheExampleDrawingWrittenByEzdxf) {
   MarkFrames(context, without, false);
   for (size_t i = 0; i < everything.size(); ++i) EXPECT_EQ(drawing->ColourIndex(everything[i]), before[i]);
 }
+
+TEST(EntityScan, ChangeColourNoEntityCanHoldIsRefusedAndNothingIsWritten) {
+  for (const char16_t* value : {u"300", u"-5"}) {
+    Scene f(TextTags("B1", "M-1", 26000, 1000) + LineTags("C1", 100, 100, 200, 200),
+            u"[標準図]\r\n変更色=" + Text(value) + u"\r\n");
+    EXPECT_EQ(MarkFrames(*f.context, {f.Id(u"B1")}, true), 0u);
+    EXPECT_EQ(f.drawing->ColourIndex(f.Id(u"C1")), 256);
+    EXPECT_FALSE(f.drawing->ReadXData(f.Id(u"C1"), u"TQ_STDCHECK"));
+    EXPECT_FALSE(f.drawing->document().modified());
+    EXPECT_NE(f.editor.printed.find(u"Error:変更色=\"" + Text(value) + u"\""), Text::npos) << ToUtf8(f.editor.printed);
+  }
+}
+
+TEST(EntityScan, ByLayerAndByBlockAreColoursAMarkingMayGive) {
+  Scene f(TextTags("B1", "M-1", 26000, 1000) + ColouredLine("C1", 100, 100, 200, 200, 3), u"[標準図]\r\n変更色=256\r\n");
+  EXPECT_EQ(MarkFrames(*f.context, {f.Id(u"B1")}, true), 1u);
+  EXPECT_EQ(f.drawing->ColourIndex(f.Id(u"C1")), 256);
+}

@@ -114,3 +114,44 @@ TEST(FrameGrid, PickingPromptsAgainUntilAPointOrCancel) {
   editor.points = {{PickStatus::Cancel, {}}};
   EXPECT_FALSE(PickStdPoint(editor, point));
 }
+
+TEST(FrameGrid, SizeOfZeroOrLessWithHugeCountsIsNamedAndNotSearched) {
+  // Counts a search of every frame still ends in: the whole-process tests try the hang.
+  Scene f({}, u"[標準図]\r\n縦ﾌﾚｰﾑ数=20000\r\n横ﾌﾚｰﾑ数=-2\r\nﾌﾚｰﾑ幅=0\r\nﾌﾚｰﾑ高さ=-19800\r\n");
+  FramePolygon polygon;
+  EXPECT_FALSE(LocateFrame(*f.context, {1000, 1000, 0}, polygon));
+  EXPECT_TRUE(polygon.empty());
+  EXPECT_NE(f.editor.printed.find(u"WARNING:ﾌﾚｰﾑ幅=0 (標準図設定.ini): a frame width must be greater than 0"), Text::npos)
+      << ToUtf8(f.editor.printed);
+  EXPECT_NE(f.editor.printed.find(u"WARNING:ﾌﾚｰﾑ高さ=-19800 (標準図設定.ini)"), Text::npos);
+  EXPECT_NE(f.editor.printed.find(u"WARNING:縦ﾌﾚｰﾑ数=20000 (標準図設定.ini): the count of frame rows must be from 1 to 10000"),
+            Text::npos);
+  EXPECT_NE(f.editor.printed.find(u"WARNING:横ﾌﾚｰﾑ数=-2"), Text::npos);
+}
+
+TEST(FrameGrid, CountsBelowOneOrBeyondAnyDrawingHoldNoFrame) {
+  FrameGrid grid;
+  EXPECT_TRUE(HoldsFrames(grid));
+  for (auto change : std::initializer_list<void (*)(FrameGrid&)>{
+           [](FrameGrid& g) { g.rows = 0; }, [](FrameGrid& g) { g.columns = -3; },
+           [](FrameGrid& g) { g.rows = kMaxFrameCount + 1; }, [](FrameGrid& g) { g.columns = kMaxFrameCount + 1; },
+           [](FrameGrid& g) { g.width = 0; }, [](FrameGrid& g) { g.height = -1; }}) {
+    FrameGrid bad;
+    change(bad);
+    EXPECT_FALSE(HoldsFrames(bad));
+    EXPECT_EQ(UnusableGridWarnings(bad).size(), 1u);
+    FramePolygon polygon;
+    EXPECT_FALSE(LocateFrame(bad, {1000, 1000, 0}, polygon));
+  }
+  EXPECT_TRUE(UnusableGridWarnings(grid).empty());
+}
+
+TEST(FrameGrid, TheLargestCountThatCanBeRealIsStillSearched) {
+  Scene f({}, u"[標準図]\r\n縦ﾌﾚｰﾑ数=10000\r\n横ﾌﾚｰﾑ数=10000\r\n");
+  FramePolygon polygon;
+  FrameCell cell;
+  ASSERT_TRUE(LocateFrame(*f.context, {9999 * 28000.0 + 1, 9999 * 19800.0 + 1, 0}, polygon, &cell));
+  EXPECT_EQ(cell.row, 9999);
+  EXPECT_EQ(cell.column, 9999);
+  EXPECT_TRUE(f.editor.printed.empty()) << ToUtf8(f.editor.printed);
+}

@@ -124,3 +124,49 @@ TEST(Folders, UnreadableSystemKeyLeavesDerivedPathsEmpty) {
   EXPECT_EQ(folders.AddinDataFile(u"出力区分.txt"), u"");
   EXPECT_EQ(folders.HostSystemFolder(), u"");
 }
+
+TEST(Settings, ChangeColourOutsideWhatAnEntityCanHoldIsRefusedNamingTheKeyAndValue) {
+  for (const char16_t* value : {u"300", u"-5", u"257"}) {
+    Site site(u"data", u"[標準図]\r\n変更色=" + Text(value) + u"\r\n");
+    Result<int> colour = site.settings().ReadChangeColour();
+    ASSERT_FALSE(colour) << ToUtf8(value);
+    EXPECT_EQ(colour.error().code, ErrorCode::InvalidValue);
+    EXPECT_NE(colour.error().message.find(u"変更色=\"" + Text(value) + u"\""), Text::npos) << colour.error().Describe();
+  }
+  for (int value : {0, 7, 255, 256}) {
+    Site site(u"data", u"[標準図]\r\n変更色=" + FromUtf8(std::to_string(value)) + u"\r\n");
+    EXPECT_EQ(site.settings().ReadChangeColour().value(), value);
+  }
+}
+
+TEST(Settings, ChangeColourRefusalShowsControlBytesOfTheValueEscaped) {
+  Site site(u"data", u"[標準図]\r\n変更色=-1\u0007\r\n");
+  Result<int> colour = site.settings().ReadChangeColour();
+  ASSERT_FALSE(colour);
+  EXPECT_NE(colour.error().message.find(u"変更色=\"-1\\x07\""), Text::npos) << colour.error().Describe();
+  EXPECT_EQ(colour.error().message.find(u'\u0007'), Text::npos);
+}
+
+TEST(Settings, MissingSystemFolderIsNamedAsMissing) {
+  Site site(u"data");
+  Status missing = site.folders->CheckSystemFolder();
+  ASSERT_FALSE(missing);
+  EXPECT_EQ(missing.error().code, ErrorCode::NotFound);
+  EXPECT_NE(missing.error().message.find(u"the system folder is missing: "), Text::npos) << missing.error().Describe();
+  EXPECT_NE(missing.error().message.find(u"system"), Text::npos);
+  std::filesystem::create_directories(site.dir / "system");
+  EXPECT_TRUE(site.folders->CheckSystemFolder());
+  site.dir.Write("Velum.ini", EncodeCodePage(u"[Custom]\r\n標準図ﾃﾞｰﾀ=data\r\n", "CP932"));
+  Status notSet = site.folders->CheckSystemFolder();
+  ASSERT_FALSE(notSet);
+  EXPECT_NE(notSet.error().message.find(u"the system folder is not set (section 環境設定, key ｼｽﾃﾑ"), Text::npos);
+}
+
+TEST(Settings, Utf16SettingsFileWithoutAByteOrderMarkIsRead) {
+  Site site(u"data");
+  site.dir.Write("data/標準図設定.ini", EncodeFile(u"[標準図]\r\n縦ﾌﾚｰﾑ数=4\r\nﾌﾚｰﾑ幅=1000\r\n", FileEncoding::Utf16LeBom,
+                                                 site.host->codePage(), false));
+  FrameGridValues grid = site.settings().ReadFrameGrid();
+  EXPECT_EQ(grid.rows, 4);
+  EXPECT_DOUBLE_EQ(grid.width, 1000);
+}
