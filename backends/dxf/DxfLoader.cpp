@@ -434,11 +434,12 @@ bool LooksLikeUtf16(std::string_view bytes) {
   return (bytes[1] == '\0' && bytes[3] == '\0' && bytes[0] != '\0') || (bytes[0] == '\0' && bytes[2] == '\0' && bytes[1] != '\0');
 }
 
-// Lines ended by CR alone: a CR before any LF that no LF follows.
+// Lines ended by CR alone: a CR in the first line that no LF follows. Only the first line is
+// looked at, so that a large drawing is not searched for what it lacks.
 bool EndsLinesWithCrAlone(std::string_view bytes) {
-  size_t cr = bytes.find('\r');
-  if (cr == std::string_view::npos || cr + 1 >= bytes.size() || bytes[cr + 1] == '\n') return false;
-  return bytes.substr(0, cr).find('\n') == std::string_view::npos;
+  size_t lf = bytes.find('\n');
+  size_t cr = bytes.substr(0, lf).find('\r');
+  return cr != std::string_view::npos && cr + 1 != lf;
 }
 
 // What no reading can get past: not ASCII DXF, or too large for the offsets kept. Each is
