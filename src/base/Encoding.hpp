@@ -24,8 +24,8 @@ struct DecodedText {
 class CodePage;
 
 // UTF-8 or UTF-16 with a byte-order mark; else UTF-16 without one when the NUL bytes of its
-// ASCII stand in every other place (no 8-bit text file holds NUL); else UTF-8 when valid; else the system code page,
-// the code page of Windows' ANSI functions to the suite (CP932 unless the host configures
+// ASCII stand in every other place (no 8-bit text file holds NUL); else UTF-8 when valid; else
+// the system code page, the code page of Windows' ANSI functions to the suite (CP932 unless the host configures
 // another), which every reader and writer of the installation's files is handed.
 DecodedText DecodeTextFile(std::string_view bytes, const CodePage& systemCodePage);
 
