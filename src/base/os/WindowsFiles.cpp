@@ -39,7 +39,13 @@ HANDLE OpenForReading(const Path& path) {
 
 Result<std::string> ReadWholeFile(const Path& path) {
   Handle file{OpenForReading(path)};
-  if (file.h == INVALID_HANDLE_VALUE) return detail::Failure(detail::ReadCode(), "cannot read", path);
+  if (file.h == INVALID_HANDLE_VALUE) {
+    // A folder cannot be opened as a file: say so rather than "access is denied".
+    DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY))
+      return FailureOf(ErrorCode::CannotRead, "cannot read", path, "it is a folder");
+    return detail::Failure(detail::ReadCode(), "cannot read", path);
+  }
   LARGE_INTEGER size;
   if (!::GetFileSizeEx(file.h, &size)) return detail::Failure(ErrorCode::CannotRead, "cannot read", path);
   std::string bytes(static_cast<size_t>(size.QuadPart), '\0');
