@@ -67,7 +67,48 @@ struct Filled {
   }
 };
 
+// Counts the edits made while no write lock was held, and the graphics flushes.
+class LockCheckingDrawing : public dxf::DxfDrawing {
+ public:
+  using dxf::DxfDrawing::DxfDrawing;
+  int held = 0, editsUnlocked = 0, flushes = 0;
+
+  class Lock : public WriteLock {
+   public:
+    explicit Lock(int& held) : held_(held) { ++held_; }
+    ~Lock() override { --held_; }
+
+   private:
+    int& held_;
+  };
+  std::unique_ptr<WriteLock> LockForWrite() override { return std::make_unique<Lock>(held); }
+  void FlushGraphics() override { ++flushes; }
+  ObjectId AddText(const TextEntity& t) override { return Note(), dxf::DxfDrawing::AddText(t); }
+  ObjectId AddLine(const LineEntity& l) override { return Note(), dxf::DxfDrawing::AddLine(l); }
+  EditResult Erase(ObjectId id) override { return Note(), dxf::DxfDrawing::Erase(id); }
+  EditResult MoveLineEnd(ObjectId id, LineEnd end, const Point3& to) override {
+    return Note(), dxf::DxfDrawing::MoveLineEnd(id, end, to);
+  }
+
+ private:
+  void Note() { editsUnlocked += held == 0; }
+};
+
 }  // namespace
+
+TEST(SizeTableFill, TheTableIsChangedOnlyWhileTheDrawingIsLockedForWritingAndTheRedrawIsFlushed) {
+  Scene scene(TableTags());
+  LockCheckingDrawing drawing(dxf::Document::Read(R12Drawing(TableTags())).value(), "test.dxf");
+  DrawingContext context{drawing, scene.editor, *scene.site.settings, scene.context->layers, scene.marking};
+  Result<DrawnSizeTable> table = LocateSizeTable(context, kFrame, 500);
+  ASSERT_TRUE(table.ok());
+  ASSERT_TRUE(WriteSizeTableTexts(context, *table, FiveColumns(), {{u"FCU", u"1", {u"20"}, u"4"}}, kText, {u"表", u"", -1, 7}).ok());
+  EXPECT_EQ(drawing.flushes, 0);
+  ASSERT_TRUE(RedrawSizeTableLines(context, *table, 2, kText, {u"表", u"", -1, 7}).ok());
+  EXPECT_EQ(drawing.editsUnlocked, 0);
+  EXPECT_EQ(drawing.held, 0);
+  EXPECT_EQ(drawing.flushes, 1);
+}
 
 TEST(SizeTableFill, SymbolTextStandsOneCharacterWidthRightOfTheCellsLeft) {
   Filled f(TableTags());
