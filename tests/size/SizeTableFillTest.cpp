@@ -94,7 +94,30 @@ class LockCheckingDrawing : public dxf::DxfDrawing {
   void Note() { editsUnlocked += held == 0; }
 };
 
+// A drawing whose current text style cannot be measured.
+class UnmeasurableDrawing : public dxf::DxfDrawing {
+ public:
+  using dxf::DxfDrawing::DxfDrawing;
+  std::optional<std::pair<double, double>> TextStyleExtents(TextView) const override { return std::nullopt; }
+};
+
 }  // namespace
+
+TEST(SizeTableFill, WithoutTheTextStyleTheWidthIsThatOfTheTextsOwnExtents) {
+  Scene scene(TableTags());
+  UnmeasurableDrawing drawing(dxf::Document::Read(R12Drawing(TableTags())).value(), "test.dxf");
+  DrawingContext context{drawing, scene.editor, *scene.site.settings, scene.context->layers, scene.marking};
+  Result<DrawnSizeTable> table = LocateSizeTable(context, kFrame, 500);
+  ASSERT_TRUE(table.ok());
+  ASSERT_TRUE(WriteSizeTableTexts(context, *table, FiveColumns(), {{u"", u"", {u"150"}, u""}}, kText, {u"表", u"", -1, 7}).ok());
+  std::vector<ObjectId> texts = drawing.SelectAll({u"TEXT", u""});
+  ASSERT_EQ(texts.size(), 1u);  // the text measured is not left behind
+  std::optional<Extents> extents = drawing.EntityExtents(texts[0]);
+  ASSERT_TRUE(extents);
+  double width = extents->max.x - extents->min.x;
+  ASSERT_GT(width, 0);
+  EXPECT_DOUBLE_EQ(drawing.TextData(texts[0])->position.x, 5400 + 5.0 - width - 350 * 0.8 / 2);
+}
 
 TEST(SizeTableFill, TheTableIsChangedOnlyWhileTheDrawingIsLockedForWritingAndTheRedrawIsFlushed) {
   Scene scene(TableTags());
