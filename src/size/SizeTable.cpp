@@ -84,7 +84,7 @@ std::vector<SizeRowValues> ReadSizeTableRows(const DrawingContext& context, cons
         continue;
       }
       Text text = CellText(context.drawing, xs[*left] + kCellShrink, xs[*left + 1] - kCellShrink,
-                           rowBottom + kCellShrink, rowTop - kCellShrink);
+                           rowTop - kCellShrink, rowBottom + kCellShrink);
       SetColumnText(row, c, columnCount, std::move(text));
     }
     rows.push_back(std::move(row));
