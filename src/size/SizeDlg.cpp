@@ -313,6 +313,11 @@ bool CSizeDlg::FillDrawnTable(const std::vector<SizeRowValues>& rows) {
 }
 
 void CSizeDlg::OnRegister() {
+  context_.editor.BeginWaitCursor();
+  struct WaitCursor {
+    Editor& editor;
+    ~WaitCursor() { editor.EndWaitCursor(); }
+  } wait{context_.editor};
   if (!ConfirmRows()) return;
   Workbook* workbook = folders_.host().SizeWorkbook();
   if (!workbook) {
