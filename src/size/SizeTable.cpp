@@ -25,9 +25,9 @@ double RowPitch(const Drawing& drawing, const std::vector<ObjectId>& rowLines, d
 }
 
 // The last text whose insertion point lies in the rectangle.
-Text CellText(Drawing& drawing, double x1, double x2, double y1, double y2) {
+Text CellText(Drawing& drawing, double left, double right, double top, double bottom) {
   FramePolygon cell;
-  RectPolygon(x1, x2, y1, y2, cell);
+  RectPolygon(left, right, top, bottom, cell);
   Text text;
   FrameTexts(drawing, cell, FrameTextMode::Read, &text);
   return text;
