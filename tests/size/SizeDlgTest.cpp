@@ -2,9 +2,12 @@
 // example drawing, with M-105's workbook in memory.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "base/Format.hpp"
 #include "info/StdInfRecord.hpp"
 #include "size/SizeDlg.hpp"
+#include "support/DrawingFixture.hpp"
 #include "support/SizeDialogSite.hpp"
 
 using namespace tq;
@@ -230,4 +233,28 @@ TEST(SizeDialog, TheAnnotationSettingsGiveTheSpacingOfTheRedrawnRows) {
   std::sort(ys.begin(), ys.end());
   EXPECT_DOUBLE_EQ(ys[2] - ys[1], 700);
   EXPECT_DOUBLE_EQ(ys[1] - ys[0], 700);
+}
+
+TEST(SizeDialog, ADrawnTableWithOneHorizontalLineReadsNoRowAndIsRedrawnAtTheRowSpacing) {
+  SizeDialogSite s;
+  RecordingEditor editor;
+  MarkingState marking;
+  DrawingContext context{*s.site.drawing, editor, s.settings, s.settings.LoadLayerSettings().value(), marking};
+  FramePolygon frame = MakeFramePolygon(FrameGrid{}, 1, 1);
+  Result<DrawnSizeTable> table = LocateSizeTable(context, frame, 500);
+  ASSERT_TRUE(table.ok());
+  for (size_t i = 1; i < table->rowLines.size(); ++i) s.site.drawing->Erase(table->rowLines[i]);
+  std::vector<ObjectId> before = s.site.drawing->SelectAll({});
+  ScriptRun run = s.Run("dump 201:395\ndump 201:387\ntype 201:395 \"AC\"\ntype 201:421 \"1\"\nclick 201:322\nanswer OK\n");
+  ASSERT_TRUE(run.ok) << run.All();
+  std::vector<std::string> d = Dumps(run);
+  EXPECT_NE(d[0].find(Combo(395, "AC-1")), std::string::npos) << "the default, nothing read back: " << d[0];
+  EXPECT_NE(d[1].find(Check(387, false, false)), std::string::npos) << "one row: " << d[1];
+  std::vector<double> ys;
+  for (ObjectId id : s.site.drawing->SelectAll({})) {
+    if (std::find(before.begin(), before.end(), id) != before.end()) continue;
+    if (std::optional<LineEntity> line = s.site.drawing->LineData(id)) ys.push_back(line->start.y);
+  }
+  std::sort(ys.begin(), ys.end());
+  EXPECT_EQ(ys, (std::vector<double>{26300, 26800})) << "the top line and one row spacing (5.0) below it";
 }
