@@ -121,6 +121,12 @@ QWidget* QtDialogWindow::ControlWidget(int id) const {
   return c ? c->widget : nullptr;
 }
 
+QWidget* QtDialogWindow::WidgetOf(const dialog::ControlTemplate& control) const {
+  for (const auto& [key, c] : controls_)
+    if (c->t == &control) return c->widget;
+  return nullptr;
+}
+
 QtDialogWindow::Control* QtDialogWindow::Find(int id) {
   auto found = controls_.find(id);
   return found == controls_.end() ? nullptr : found->second.get();

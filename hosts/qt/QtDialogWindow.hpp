@@ -38,6 +38,8 @@ class QtDialogWindow : public DialogWindow {
   // The top-level widget, and the widget of a control (null for an id the template lacks).
   QDialog& widget() const;
   QWidget* ControlWidget(int id) const;
+  // The widget of any control of the template, those no code addresses (-1) included.
+  QWidget* WidgetOf(const dialog::ControlTemplate& control) const;
 
   // A script line performed through the widgets as a person would: click presses the
   // button, select chooses the combo entry (activated) or the list row (its selection model,
