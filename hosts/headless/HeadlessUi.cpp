@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Paths.hpp"
 #include "common/UiLines.hpp"
 
 namespace tq::headless {
