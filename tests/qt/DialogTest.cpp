@@ -6,6 +6,7 @@
 #include <QFontInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTreeWidget>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -273,4 +274,63 @@ TEST(MessageBoxes, AScriptAnswersThroughTheBoxButtonsAndIsRefusedInTheHeadlessWo
   MessageAnswer answer = ui.ShowMessage({u"続けますか?", MessageIcon::Question, MessageButtons::OkCancel, 0});
   EXPECT_EQ(answer, MessageAnswer::Cancel);
   EXPECT_EQ(refused, Text(u"the message box has no button retry: its buttons are OK, Cancel"));
+}
+
+namespace {
+
+// Whether the rectangle holds pixels much darker than the dialog's face: text drawn there.
+bool HasInk(const QImage& image, const QRect& rect) {
+  QColor face = image.pixelColor(1, image.height() - 2);
+  for (int y = rect.top(); y <= rect.bottom(); ++y)
+    for (int x = rect.left(); x <= rect.right(); ++x)
+      if (face.lightness() - image.pixelColor(x, y).lightness() > 96) return true;
+  return false;
+}
+
+// The grabbed picture of a dialog; saved as DIR/dialog-ID.png when TQ_DIALOG_SHOTS names DIR.
+QImage Shot(QtDialogWindow& window) {
+  QImage image = window.widget().grab().toImage();
+  QByteArray dir = qgetenv("TQ_DIALOG_SHOTS");
+  if (!dir.isEmpty())
+    image.save(QString::fromUtf8(dir) + QStringLiteral("/dialog-%1.png").arg(window.dialogTemplate().id));
+  return image;
+}
+
+}  // namespace
+
+TEST(DialogPicture, EveryCaptionOfTheMainAndSizeDialogsIsDrawn) {
+  QtApp();
+  for (int id : {200, 201}) {
+    QtDialogHost host;
+    Recorder events;
+    auto made = host.CreateDialogWindow(Template(id), events, false);
+    auto& window = static_cast<QtDialogWindow&>(*made);
+    window.Show(true);
+    QImage image = Shot(window);
+    for (const dialog::ControlTemplate& c : Template(id).controls) {
+      if (!c.visible() || c.caption.empty() || c.kind != dialog::ControlKind::Button) continue;
+      EXPECT_TRUE(HasInk(image, window.WidgetOf(c)->geometry().adjusted(3, 3, -3, -3))) << ToUtf8(c.caption);
+    }
+  }
+}
+
+TEST(DialogPicture, AListRowIsFittedWithTheEllipsisAndHighlightedWhenSelected) {
+  QtApp();
+  QtDialogHost host;
+  Recorder events;
+  auto made = host.CreateDialogWindow(Template(2000), events, false);
+  auto& window = static_cast<QtDialogWindow&>(*made);
+  window.ListSetColumns(389, {{u"記号", 50, ColumnAlign::Left}, {u"部材", 120, ColumnAlign::Left}, {u"数量", 50, ColumnAlign::Right}});
+  window.ListSetExtendedStyle(389, true, true);
+  window.ListInsert(389, 0, {u"AC-1", u"配管用炭素鋼鋼管（白）ねじ接合 32A", u"3.0"});
+  window.ListInsert(389, 1, {u"AC-2", u"保温", u"12"});
+  window.ListSelect(389, 1, true);
+  window.Show(true);
+  QImage image = Shot(window);
+  auto* list = static_cast<QTreeWidget*>(window.ControlWidget(389));
+  QRect second = list->visualItemRect(list->topLevelItem(1));
+  QPoint inRow = list->viewport()->mapTo(&window.widget(), second.center());
+  EXPECT_EQ(image.pixelColor(inRow.x() - second.width() / 2 + 1, inRow.y()),
+            list->palette().color(QPalette::Active, QPalette::Highlight));
+  EXPECT_EQ(list->topLevelItem(0)->text(1), QStringLiteral("配管用炭素鋼鋼管（白）ねじ接合 32A"));  // the text itself is whole
 }
