@@ -7,6 +7,9 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTreeWidget>
+#include <QLabel>
+#include <QProgressBar>
+#include <QStatusBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -369,4 +372,23 @@ TEST(SaveFileDialog, OffersTheFilterNameAndExtensionAndAsksBeforeReplacingAFile)
   ASSERT_TRUE(path.has_value());
   EXPECT_EQ(*path, FromFsPath(dir / "out.txt"));
   EXPECT_EQ(asked.toStdU16String(), FromFsPath(dir / "out.txt") + u" は既に存在します。\n上書きしますか?");
+}
+
+TEST(StatusBarProgress, ShowsTheTextAndPositionUntilTheEnd) {
+  QtApp();
+  QStatusBar bar;
+  QtUi ui(nullptr, &bar);
+  auto* progress = bar.findChild<QProgressBar*>();
+  auto* text = bar.findChild<QLabel*>();
+  ASSERT_NE(progress, nullptr);
+  ASSERT_NE(text, nullptr);
+  EXPECT_TRUE(progress->isHidden());
+  ui.BeginProgress(u"拾い確認", 10);
+  ui.SetProgress(4);
+  EXPECT_FALSE(progress->isHidden());
+  EXPECT_EQ(text->text(), QStringLiteral("拾い確認"));
+  EXPECT_EQ(progress->maximum(), 10);
+  EXPECT_EQ(progress->value(), 4);
+  ui.EndProgress();
+  EXPECT_TRUE(progress->isHidden());
 }
