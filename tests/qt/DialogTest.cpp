@@ -392,3 +392,22 @@ TEST(StatusBarProgress, ShowsTheTextAndPositionUntilTheEnd) {
   ui.EndProgress();
   EXPECT_TRUE(progress->isHidden());
 }
+
+TEST(DialogScript, AnAutomaticCheckBoxAndTypingInAComboActAsInTheHeadlessHost) {
+  BothHosts both(2000);
+  EXPECT_EQ(both.ApplyHeadless(u"type 2000:2300 鋼管"), std::nullopt);
+  EXPECT_EQ(both.ApplyQt(u"type 2000:2300 鋼管"), std::nullopt);
+  EXPECT_EQ(both.qtEvents.events, both.headlessEvents.events);
+  EXPECT_EQ(both.qtEvents.events, std::vector<std::string>{"command 2300 5"});
+  EXPECT_EQ(both.qt->GetText(2300), u"鋼管");
+
+  BothHosts size(201);
+  const dialog::ControlTemplate& first = *std::find_if(Template(201).controls.begin(), Template(201).controls.end(),
+                                                       [](const auto& c) { return c.kind == dialog::ControlKind::Check; });
+  Text line = u"click 201:" + FromUtf8(std::to_string(first.id));
+  EXPECT_EQ(size.ApplyHeadless(line), std::nullopt);
+  EXPECT_EQ(size.ApplyQt(line), std::nullopt);
+  EXPECT_EQ(size.qtEvents.events, size.headlessEvents.events);
+  EXPECT_TRUE(size.qt->IsChecked(first.id));
+  EXPECT_EQ(size.qt->IsChecked(first.id), size.headless->IsChecked(first.id));
+}
