@@ -111,7 +111,7 @@ TEST(WorkbenchAddIn, TheFramesMarkedByTheTakeoffCheckShowInTheirColourWhileTheBo
   Workbench w;
   DrawingTab* tab = w.Open(dir / "a.dxf");
   w.window.RunCommand(QStringLiteral("TQ_STD_INF"));
-  view::Rgb marked = view::AciToRgb(w.window.addIn().addIn().settings().ReadChangeColour());
+  view::Rgb marked = view::AciToRgb(w.window.addIn().addIn().settings().ReadChangeColour().value());
   auto inMarkedColour = [&] {
     size_t n = 0;
     for (const view::Primitive& p : tab->view().scene()->list.primitives) n += p.colour == marked;
