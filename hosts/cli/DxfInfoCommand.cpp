@@ -13,11 +13,8 @@ namespace tq::cli {
 namespace {
 
 const char* ReleaseOf(const std::string& version) {
-  static const std::map<std::string, const char*> releases{
-      {"AC1009", "R12"},  {"AC1012", "R13"},  {"AC1014", "R14"},  {"AC1015", "R2000"}, {"AC1018", "R2004"},
-      {"AC1021", "R2007"}, {"AC1024", "R2010"}, {"AC1027", "R2013"}, {"AC1032", "R2018"}};
-  auto found = releases.find(version);
-  return found == releases.end() ? "unknown release" : found->second;
+  const char* name = dxf::ReleaseName(version);
+  return name ? name : "unknown release";
 }
 
 struct XDataTotals {
@@ -28,8 +25,12 @@ struct XDataTotals {
 
 XDataTotals CountXData(const dxf::Document& doc) {
   XDataTotals totals;
+  std::vector<dxf::Tag> tags;
   for (uint32_t i = 0; i < doc.records().size(); ++i) {
-    std::vector<dxf::Tag> tags = doc.Tags(i);
+    // Only the extended data is read, of the entities that hold any.
+    if (!doc.MayHaveXData(i)) continue;
+    tags.clear();
+    doc.XDataTagsInto(i, tags);
     bool any = false;
     for (const dxf::Tag& t : tags) {
       if (t.code == dxf::kXDataApplicationCode) any = true, ++totals.entitiesByApplication[doc.codec().Decode(dxf::TrimNumber(t.value))];
@@ -41,6 +42,10 @@ XDataTotals CountXData(const dxf::Document& doc) {
     if (size > totals.largest) totals.largest = size, totals.largestIndex = i;
   }
   return totals;
+}
+
+std::string Located(uint32_t line, const std::string& message) {
+  return line ? "line " + std::to_string(line) + ": " + message : message;
 }
 
 std::string Handle(const dxf::EntityRecord& rec) { return dxf::FormatHandle(rec.handle); }
@@ -64,21 +69,24 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
   std::filesystem::path path(std::u8string(drawing.begin(), drawing.end()));
   std::optional<std::string> bytes = ReadFileBytes(path);
   if (!bytes) throw UserError("cannot read " + drawing);
-  const dxf::ReadOptions options{context.codePage->name()};
-  std::string strict = "strict reading: no problem";
-  if (Result<std::unique_ptr<dxf::Document>> read = dxf::Document::Read(*bytes, options); !read)
-    strict = "strict reading fails: " + read.error().Describe();
+  const dxf::ReadOptions options{context.codePage->name(), true};
   Result<dxf::Recovered> recovered = dxf::Document::Recover(std::move(*bytes), options);
   if (!recovered) throw UserError(drawing + ": " + recovered.error().Describe());
   std::unique_ptr<dxf::Document> doc = std::move(recovered->document);
   std::vector<dxf::Problem>& problems = recovered->problems;
+  // The strict read stops at the first thing the recover read steps over: one reading tells both.
+  std::string strict = problems.empty() ? "strict reading: no problem"
+                                        : "strict reading fails: " + Located(problems.front().line, problems.front().message);
+  std::vector<dxf::Problem> warnings;
   out << "file: " << drawing << " (" << doc->source().size() << " bytes, "
       << (doc->lineEnd() == "\r\n" ? "CR LF" : "LF") << " line ends)\n";
   out << "version: " << doc->version() << " (" << ReleaseOf(doc->version()) << ")\n";
   out << "encoding: " << doc->codec().encodingName() << " (" << CodePageOrigin(*doc) << ")\n";
-  if (!doc->codec().warning().empty()) problems.push_back({0, doc->codec().warning()});
+  // An unknown $DWGCODEPAGE is among the checks' findings, with its line.
+  if (!doc->codec().warning().empty() && doc->codec().source() != dxf::CodePageSource::SystemUnknown)
+    problems.push_back({0, doc->codec().warning()});
   if (doc->hasHandles() && doc->fileHandSeed() <= doc->highestHandle())
-    problems.push_back({0, "$HANDSEED " + dxf::FormatHandle(doc->fileHandSeed()) + " is at or below handle " +
+    warnings.push_back({0, "$HANDSEED " + dxf::FormatHandle(doc->fileHandSeed()) + " is at or below handle " +
                                dxf::FormatHandle(doc->highestHandle()) + " in use; new handles are given above it"});
 
   std::map<std::string, size_t> modelTypes, otherTypes;
@@ -116,8 +124,13 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
   }
   out << "\n" << strict << "\n";
   out << "problems found by the recover reading: " << problems.size() << "\n";
-  for (const dxf::Problem& p : problems) out << "  " << (p.line ? "line " + std::to_string(p.line) + ": " : "") << p.message << "\n";
-  return 0;
+  for (const dxf::Problem& p : problems) out << "  " << Located(p.line, p.message) << "\n";
+  const std::vector<dxf::Finding>& findings = recovered->findings;
+  out << "errors found by the checks: " << findings.size() << "\n";
+  for (const dxf::Finding& f : findings) out << "  " << Located(f.line, f.message) << "\n";
+  if (!warnings.empty()) out << "warnings: " << warnings.size() << "\n";
+  for (const dxf::Problem& w : warnings) out << "  " << Located(w.line, w.message) << "\n";
+  return problems.empty() && findings.empty() ? 0 : kDxfInfoFoundErrors;
 }
 
 }  // namespace tq::cli

@@ -1,0 +1,61 @@
+#pragma once
+// The checks of a drawing that reading does not need: each pair is shown to the audit as the
+// loader reads it, so that checking costs no second pass over the file.
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dxf/Tagger.hpp"
+
+namespace tq::dxf {
+
+// One thing found wrong, with the line of the file it stands on.
+struct Finding {
+  uint32_t line = 0;
+  std::string message;
+};
+
+// $ACADVER values of the releases this reader knows, and their names ("R2004"); nothing for
+// another value.
+const char* ReleaseName(std::string_view acadVersion);
+
+class Audit {
+ public:
+  void OnTag(const Tag& tag);
+  // After the last pair: what is left open, the header's values, and the file's bytes as a
+  // whole (UTF-8 from AC1021 on).
+  void Finish(std::string_view bytes);
+  const std::vector<Finding>& findings() const { return findings_; }
+
+ private:
+  struct HandleAt {
+    uint64_t handle;
+    uint32_t line;
+  };
+  void StartRecord(const Tag& tag);
+  void EndRecord();
+  void EndXDataGroup();
+  void OnHandle(const Tag& tag);
+  void OnXData(const Tag& tag);
+  void CheckDuplicateHandles();
+  void CheckUtf8(std::string_view bytes);
+  void Add(uint32_t line, std::string message) { findings_.push_back({line, std::move(message)}); }
+
+  std::vector<Finding> findings_;
+  // Where the pairs stand: the section and, in the header, the variable.
+  std::string section_, variable_;
+  bool expectSectionName_ = false, sawSection_ = false;
+  std::string version_, codePage_;
+  uint32_t versionLine_ = 0, codePageLine_ = 0;
+  // The record being read.
+  uint32_t recordLine_ = 0;
+  size_t xdataSize_ = 0;
+  bool inXData_ = false;
+  std::vector<uint32_t> openBraces_;  // the lines of the "{" not yet closed in this group
+  std::vector<HandleAt> handles_;
+  uint64_t lastHandle_ = 0;
+  bool handlesAscend_ = true;
+};
+
+}  // namespace tq::dxf
