@@ -75,26 +75,33 @@ void Audit::OnTag(const Tag& tag) {
   }
   if (expectSectionName_) {
     expectSectionName_ = false;
-    if (tag.code == 2) section_ = std::string(TrimNumber(tag.value));
+    std::string_view name = TrimNumber(tag.value);
+    if (tag.code == 2)
+      section_ = name == "HEADER" ? Section::Header : name == "ENTITIES" ? Section::Entities : name == "BLOCKS" ? Section::Blocks : Section::Other;
   }
-  if (section_ == "HEADER") {
-    if (tag.code == 9) variable_ = std::string(TrimNumber(tag.value));
-    else if (variable_ == "$ACADVER" && tag.code == 1) version_ = std::string(TrimNumber(tag.value)), versionLine_ = tag.line + 1;
-    else if (variable_ == "$DWGCODEPAGE" && tag.code == 3) codePage_ = std::string(TrimNumber(tag.value)), codePageLine_ = tag.line + 1;
-    return;
-  }
+  if (section_ == Section::Header) return HeaderTag(tag);
   if (tag.code == 5 || tag.code == 105) OnHandle(tag);
   else if (tag.code >= 1000) OnXData(tag);
+}
+
+void Audit::HeaderTag(const Tag& tag) {
+  if (tag.code == 9) variable_ = std::string(TrimNumber(tag.value));
+  else if (variable_ == "$ACADVER" && tag.code == 1) version_ = std::string(TrimNumber(tag.value)), versionLine_ = tag.line + 1;
+  else if (variable_ == "$DWGCODEPAGE" && tag.code == 3) codePage_ = std::string(TrimNumber(tag.value)), codePageLine_ = tag.line + 1;
 }
 
 void Audit::StartRecord(const Tag& tag) {
   EndRecord();
   recordLine_ = tag.line;
   std::string_view keyword = TrimNumber(tag.value);
+  recordType_ = keyword, recordHandle_ = {};
+  // As the loader reads them: the records of the ENTITIES section, and those of the BLOCKS
+  // section between a BLOCK and its ENDBLK.
+  entity_ = section_ == Section::Entities || (section_ == Section::Blocks && keyword != "BLOCK" && keyword != "ENDBLK");
   if (keyword == "SECTION") {
-    expectSectionName_ = true, sawSection_ = true, section_.clear();
+    expectSectionName_ = true, sawSection_ = true, section_ = Section::Other, entity_ = false;
   } else if (keyword == "ENDSEC") {
-    section_.clear();
+    section_ = Section::Other, entity_ = false;
   } else if (keyword == "EOF" && !sawSection_) {
     Add(tag.line, "\"0 EOF\" stands before any section: nothing after it is read");
   }
@@ -102,9 +109,15 @@ void Audit::StartRecord(const Tag& tag) {
 
 void Audit::EndRecord() {
   EndXDataGroup();
+  if (entity_ && inXData_) {
+    ++xdata_.entities;
+    if (xdataSize_ > xdata_.largest)
+      xdata_.largest = xdataSize_, xdata_.largestLine = recordLine_, xdata_.largestType = recordType_,
+      xdata_.largestHandle = recordHandle_;
+  }
   if (xdataSize_ > kXDataLimit)
-    Add(recordLine_, "the extended data of the record holds " + std::to_string(xdataSize_) + " bytes, over the " +
-                         std::to_string(kXDataLimit) + " one drawing object may hold");
+    Add(recordLine_, "the extended data of the " + std::string(recordType_) + " holds " + std::to_string(xdataSize_) +
+                         " bytes, over the " + std::to_string(kXDataLimit) + " one drawing object may hold");
   xdataSize_ = 0, inXData_ = false;
 }
 
@@ -120,21 +133,34 @@ void Audit::OnHandle(const Tag& tag) {
     Add(tag.line + 1, "the handle \"" + Shown(value) + "\" is not hexadecimal");
     return;
   }
+  if (tag.code == 5) recordHandle_ = value;
   handlesAscend_ = handlesAscend_ && (handles_.empty() || *handle > lastHandle_);
   lastHandle_ = *handle;
   handles_.push_back({*handle, tag.line + 1});
 }
 
 void Audit::OnXData(const Tag& tag) {
-  if (tag.code == 1001) EndXDataGroup(), inXData_ = true;
+  if (tag.code == 1001) {
+    EndXDataGroup(), inXData_ = true;
+    if (entity_) CountApplication(TrimNumber(tag.value));
+  }
   if (!inXData_) return;
   xdataSize_ += XDataTagSize(tag.code, tag.value);
+  if (tag.code == 1000 && entity_) ++xdata_.strings;
   if (tag.code != 1002) return;
   std::string_view brace = TrimNumber(tag.value);
   if (brace == "{") openBraces_.push_back(tag.line + 1);
   else if (brace == "}" && !openBraces_.empty()) openBraces_.pop_back();
   else if (brace == "}") Add(tag.line + 1, "a \"}\" of extended data (group 1002) closes no \"{\"");
   else Add(tag.line + 1, "group 1002 holds \"" + Shown(brace) + "\" where \"{\" or \"}\" belongs");
+}
+
+void Audit::CountApplication(std::string_view name) {
+  // A drawing uses a few names, most entities the one of the entity before.
+  auto& apps = xdata_.byApplication;
+  auto found = std::find_if(apps.rbegin(), apps.rend(), [&](const auto& app) { return app.first == name; });
+  if (found == apps.rend()) apps.emplace_back(name, 1);
+  else ++found->second;
 }
 
 void Audit::CheckDuplicateHandles() {

@@ -20,6 +20,16 @@ struct Finding {
 // another value.
 const char* ReleaseName(std::string_view acadVersion);
 
+// The extended data of the entities (those of the ENTITIES section and of the block
+// definitions), counted as they are read. Names and values view the file.
+struct XDataStats {
+  std::vector<std::pair<std::string_view, size_t>> byApplication;  // groups per name as the file spells it
+  size_t entities = 0, strings = 0;
+  size_t largest = 0;  // in bytes as AutoCAD counts them
+  uint32_t largestLine = 0;
+  std::string_view largestType, largestHandle;
+};
+
 class Audit {
  public:
   void OnTag(const Tag& tag);
@@ -27,6 +37,7 @@ class Audit {
   // whole (UTF-8 from AC1021 on).
   void Finish(std::string_view bytes);
   const std::vector<Finding>& findings() const { return findings_; }
+  const XDataStats& xdata() const { return xdata_; }
 
  private:
   struct HandleAt {
@@ -41,15 +52,22 @@ class Audit {
   void CheckDuplicateHandles();
   void CheckUtf8(std::string_view bytes);
   void Add(uint32_t line, std::string message) { findings_.push_back({line, std::move(message)}); }
+  void HeaderTag(const Tag& tag);
+  void CountApplication(std::string_view name);
 
   std::vector<Finding> findings_;
+  XDataStats xdata_;
   // Where the pairs stand: the section and, in the header, the variable.
-  std::string section_, variable_;
+  enum class Section : uint8_t { Other, Header, Entities, Blocks };
+  Section section_ = Section::Other;
+  std::string variable_;
   bool expectSectionName_ = false, sawSection_ = false;
   std::string version_, codePage_;
   uint32_t versionLine_ = 0, codePageLine_ = 0;
   // The record being read.
   uint32_t recordLine_ = 0;
+  std::string_view recordType_, recordHandle_;  // view the file, which outlives the reading
+  bool entity_ = false;  // the record is an entity
   size_t xdataSize_ = 0;
   bool inXData_ = false;
   std::vector<uint32_t> openBraces_;  // the lines of the "{" not yet closed in this group

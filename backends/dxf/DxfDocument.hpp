@@ -41,6 +41,7 @@ struct Recovered {
   std::unique_ptr<Document> document;
   std::vector<Problem> problems;
   std::vector<Finding> findings;  // the audit's, when asked for
+  XDataStats xdata;               // likewise
 };
 
 inline constexpr uint32_t kNoSegment = UINT32_MAX;

@@ -17,38 +17,16 @@ const char* ReleaseOf(const std::string& version) {
   return name ? name : "unknown release";
 }
 
-struct XDataTotals {
-  std::map<Text, size_t> entitiesByApplication;
-  size_t entities = 0, strings = 0, largest = 0;
-  uint32_t largestIndex = 0;
-};
-
-XDataTotals CountXData(const dxf::Document& doc) {
-  XDataTotals totals;
-  std::vector<dxf::Tag> tags;
-  for (uint32_t i = 0; i < doc.records().size(); ++i) {
-    // Only the extended data is read, of the entities that hold any.
-    if (!doc.MayHaveXData(i)) continue;
-    tags.clear();
-    doc.XDataTagsInto(i, tags);
-    bool any = false;
-    for (const dxf::Tag& t : tags) {
-      if (t.code == dxf::kXDataApplicationCode) any = true, ++totals.entitiesByApplication[doc.codec().Decode(dxf::TrimNumber(t.value))];
-      if (t.code == dxf::kXDataStringCode) ++totals.strings;
-    }
-    if (!any) continue;
-    ++totals.entities;
-    size_t size = dxf::XDataSize(tags);
-    if (size > totals.largest) totals.largest = size, totals.largestIndex = i;
-  }
-  return totals;
+// The counts of the reading, by application name as the drawing's code page reads it.
+std::map<Text, size_t> EntitiesByApplication(const dxf::XDataStats& xdata, const dxf::DxfCodec& codec) {
+  std::map<Text, size_t> byName;
+  for (const auto& [raw, count] : xdata.byApplication) byName[codec.Decode(raw)] += count;
+  return byName;
 }
 
 std::string Located(uint32_t line, const std::string& message) {
   return line ? "line " + std::to_string(line) + ": " + message : message;
 }
-
-std::string Handle(const dxf::EntityRecord& rec) { return dxf::FormatHandle(rec.handle); }
 
 std::string CodePageOrigin(const dxf::Document& doc) {
   switch (doc.codec().source()) {
@@ -89,15 +67,15 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
     warnings.push_back({0, "$HANDSEED " + dxf::FormatHandle(doc->fileHandSeed()) + " is at or below handle " +
                                dxf::FormatHandle(doc->highestHandle()) + " in use; new handles are given above it"});
 
-  std::map<std::string, size_t> modelTypes, otherTypes;
+  // Keyed by views into the file: no string is made per entity.
+  std::map<std::string_view, size_t> modelTypes;
+  size_t other = 0;
   for (const dxf::EntityRecord& rec : doc->records()) {
-    if (rec.block < 0 && !rec.paperSpace) ++modelTypes[std::string(rec.type)];
-    else ++otherTypes[std::string(rec.type)];
+    if (rec.block < 0 && !rec.paperSpace) ++modelTypes[rec.type];
+    else ++other;
   }
   out << "model space entities:\n";
   for (const auto& [type, count] : modelTypes) out << "  " << type << " " << count << "\n";
-  size_t other = 0;
-  for (const auto& [type, count] : otherTypes) other += count;
   out << "entities in blocks and paper space: " << other << " (" << doc->blocks().size() << " block definitions)\n";
 
   out << "layers:\n";
@@ -105,23 +83,21 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
     out << "  " << ToUtf8(layer.name) << ((layer.flags & dxf::kLayerFrozen) ? " frozen" : "")
         << ((layer.flags & dxf::kLayerLocked) ? " locked" : "") << "\n";
 
-  XDataTotals xdata = CountXData(*doc);
+  const dxf::XDataStats& xdata = recovered->xdata;
+  std::map<Text, size_t> byApplication = EntitiesByApplication(xdata, doc->codec());
   out << "registered applications:\n";
   for (const dxf::TableEntry& app : doc->appIds()) {
-    auto used = xdata.entitiesByApplication.find(app.name);
-    out << "  " << ToUtf8(app.name) << " (on " << (used == xdata.entitiesByApplication.end() ? 0 : used->second)
-        << " entities)\n";
+    auto used = byApplication.find(app.name);
+    out << "  " << ToUtf8(app.name) << " (on " << (used == byApplication.end() ? 0 : used->second) << " entities)\n";
   }
-  for (const auto& [name, count] : xdata.entitiesByApplication)
+  for (const auto& [name, count] : byApplication)
     if (!doc->FindAppId(name))
       problems.push_back({0, "application " + ToUtf8(name) + " is used on " + std::to_string(count) +
                                  " entities but not registered; AutoCAD refuses such a drawing"});
   out << "extended data: " << xdata.entities << " entities, " << xdata.strings << " strings";
-  if (xdata.entities) {
-    const dxf::EntityRecord& rec = doc->records()[xdata.largestIndex];
-    out << "; largest on " << rec.type << " " << Handle(rec) << " (line " << rec.line << "): " << xdata.largest
-        << " of " << dxf::kXDataLimit << " bytes";
-  }
+  if (xdata.entities)
+    out << "; largest on " << xdata.largestType << " " << xdata.largestHandle << " (line " << xdata.largestLine
+        << "): " << xdata.largest << " of " << dxf::kXDataLimit << " bytes";
   out << "\n" << strict << "\n";
   out << "problems found by the recover reading: " << problems.size() << "\n";
   for (const dxf::Problem& p : problems) out << "  " << Located(p.line, p.message) << "\n";

@@ -106,8 +106,8 @@ std::vector<std::vector<Text>> RecordsOfM101(const SiteCopy& copy) {
   std::vector<std::vector<Text>> records;
   for (const char16_t* name : {u"TQ_STDINF01", u"TQ_STDINF02"}) {
     std::vector<Text>& record = records.emplace_back();
-    for (const Text& line : drawing->ReadXData(drawing->FindHandle(u"42"), name).value())
-      record.push_back(line.substr(0, line.find(u',')));
+    XDataLines lines = drawing->ReadXData(drawing->FindHandle(u"42"), name).value_or(XDataLines{});
+    for (const Text& line : lines) record.push_back(line.substr(0, line.find(u',')));
   }
   return records;
 }

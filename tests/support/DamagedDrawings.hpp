@@ -56,7 +56,7 @@ inline std::vector<DamagedDrawing> DamagedDrawings() {
   // The limit is counted for the entity, on its first line.
   DamagedDrawing& large = drawings[4];
   large.line = LineAt(large.bytes, large.bytes.rfind("  0\nTEXT\n", large.bytes.find("1001\nTQ_STDINF02\n")));
-  large.finding = "the extended data of the record holds ";
+  large.finding = "the extended data of the TEXT holds ";
   return drawings;
 }
 
