@@ -68,7 +68,7 @@ const char* ReleaseName(std::string_view acadVersion) {
   return nullptr;
 }
 
-void Audit::OnTag(const Tag& tag) {
+void Audit::Check(const Tag& tag) {
   if (tag.code == 0) {
     StartRecord(tag);
     return;

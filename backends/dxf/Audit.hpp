@@ -31,8 +31,16 @@ struct XDataStats {
 };
 
 class Audit {
+  enum class Section : uint8_t { Other, Header, Entities, Blocks };
+
  public:
-  void OnTag(const Tag& tag);
+  // Every pair the loader reads; most (coordinates, layers, colours) concern no check and
+  // cost a comparison here rather than a call.
+  void OnTag(const Tag& tag) {
+    if (tag.code == 0 || tag.code == 5 || tag.code >= 1000 || tag.code == 105 || expectSectionName_ ||
+        section_ == Section::Header)
+      Check(tag);
+  }
   // After the last pair: what is left open, the header's values, and the file's bytes as a
   // whole (UTF-8 from AC1021 on).
   void Finish(std::string_view bytes);
@@ -40,6 +48,7 @@ class Audit {
   const XDataStats& xdata() const { return xdata_; }
 
  private:
+  void Check(const Tag& tag);
   struct HandleAt {
     uint64_t handle;
     uint32_t line;
@@ -58,7 +67,6 @@ class Audit {
   std::vector<Finding> findings_;
   XDataStats xdata_;
   // Where the pairs stand: the section and, in the header, the variable.
-  enum class Section : uint8_t { Other, Header, Entities, Blocks };
   Section section_ = Section::Other;
   std::string variable_;
   bool expectSectionName_ = false, sawSection_ = false;
