@@ -80,7 +80,9 @@ void Audit::Check(const Tag& tag) {
       section_ = name == "HEADER" ? Section::Header : name == "ENTITIES" ? Section::Entities : name == "BLOCKS" ? Section::Blocks : Section::Other;
   }
   if (section_ == Section::Header) return HeaderTag(tag);
-  if (tag.code == 5 || tag.code == 105) OnHandle(tag);
+  if (tag.code == 67) paperSpace_ = TrimNumber(tag.value) == "1";
+  // A dimension style gives its handle in group 105: its group 5 is the arrow block's name.
+  else if ((tag.code == 5 && recordType_ != "DIMSTYLE") || tag.code == 105) OnHandle(tag);
   else if (tag.code >= 1000) OnXData(tag);
 }
 
@@ -94,7 +96,7 @@ void Audit::StartRecord(const Tag& tag) {
   EndRecord();
   recordLine_ = tag.line;
   std::string_view keyword = TrimNumber(tag.value);
-  recordType_ = keyword, recordHandle_ = {};
+  recordType_ = keyword, recordHandle_ = {}, paperSpace_ = false;
   // As the loader reads them: the records of the ENTITIES section, and those of the BLOCKS
   // section between a BLOCK and its ENDBLK.
   entity_ = section_ == Section::Entities || (section_ == Section::Blocks && keyword != "BLOCK" && keyword != "ENDBLK");
@@ -109,6 +111,7 @@ void Audit::StartRecord(const Tag& tag) {
 
 void Audit::EndRecord() {
   EndXDataGroup();
+  if (entity_) CountEntity();
   if (entity_ && inXData_) {
     ++xdata_.entities;
     if (xdataSize_ > xdata_.largest)
@@ -160,6 +163,15 @@ void Audit::CountApplication(std::string_view name) {
   auto& apps = xdata_.byApplication;
   auto found = std::find_if(apps.rbegin(), apps.rend(), [&](const auto& app) { return app.first == name; });
   if (found == apps.rend()) apps.emplace_back(name, 1);
+  else ++found->second;
+}
+
+void Audit::CountEntity() {
+  if (section_ != Section::Entities || paperSpace_) return void(++entities_.other);
+  // Entities of one type mostly follow one another: the last type counted is tried first.
+  auto& types = entities_.modelSpace;
+  auto found = std::find_if(types.rbegin(), types.rend(), [&](const auto& type) { return type.first == recordType_; });
+  if (found == types.rend()) types.emplace_back(recordType_, 1);
   else ++found->second;
 }
 

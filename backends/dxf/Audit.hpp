@@ -30,6 +30,13 @@ struct XDataStats {
   std::string_view largestType, largestHandle;
 };
 
+// The entities counted as they are read: those of model space by type (views into the file,
+// in the order first met), and the others (in blocks or in paper space).
+struct EntityCounts {
+  std::vector<std::pair<std::string_view, size_t>> modelSpace;
+  size_t other = 0;
+};
+
 class Audit {
   enum class Section : uint8_t { Other, Header, Entities, Blocks };
 
@@ -37,7 +44,7 @@ class Audit {
   // Every pair the loader reads; most (coordinates, layers, colours) concern no check and
   // cost a comparison here rather than a call.
   void OnTag(const Tag& tag) {
-    if (tag.code == 0 || tag.code == 5 || tag.code >= 1000 || tag.code == 105 || expectSectionName_ ||
+    if (tag.code == 0 || tag.code == 5 || tag.code >= 1000 || tag.code == 105 || tag.code == 67 || expectSectionName_ ||
         section_ == Section::Header)
       Check(tag);
   }
@@ -46,6 +53,7 @@ class Audit {
   void Finish(std::string_view bytes);
   const std::vector<Finding>& findings() const { return findings_; }
   const XDataStats& xdata() const { return xdata_; }
+  const EntityCounts& entities() const { return entities_; }
 
  private:
   void Check(const Tag& tag);
@@ -63,9 +71,11 @@ class Audit {
   void Add(uint32_t line, std::string message) { findings_.push_back({line, std::move(message)}); }
   void HeaderTag(const Tag& tag);
   void CountApplication(std::string_view name);
+  void CountEntity();
 
   std::vector<Finding> findings_;
   XDataStats xdata_;
+  EntityCounts entities_;
   // Where the pairs stand: the section and, in the header, the variable.
   Section section_ = Section::Other;
   std::string variable_;
@@ -76,6 +86,7 @@ class Audit {
   uint32_t recordLine_ = 0;
   std::string_view recordType_, recordHandle_;  // view the file, which outlives the reading
   bool entity_ = false;  // the record is an entity
+  bool paperSpace_ = false;
   size_t xdataSize_ = 0;
   bool inXData_ = false;
   std::vector<uint32_t> openBraces_;  // the lines of the "{" not yet closed in this group

@@ -42,6 +42,7 @@ struct Recovered {
   std::vector<Problem> problems;
   std::vector<Finding> findings;  // the audit's, when asked for
   XDataStats xdata;               // likewise
+  EntityCounts entities;          // likewise
 };
 
 inline constexpr uint32_t kNoSegment = UINT32_MAX;

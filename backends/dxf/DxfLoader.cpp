@@ -467,7 +467,7 @@ Result<Recovered> Document::Recover(std::string bytes, const ReadOptions& option
   std::optional<Audit> audit;
   if (options.audit) audit.emplace();
   recovered.document = LoadChecked(std::move(bytes), true, options, error, recovered.problems, audit ? &*audit : nullptr);
-  if (audit) recovered.findings = audit->findings(), recovered.xdata = audit->xdata();
+  if (audit) recovered.findings = audit->findings(), recovered.xdata = audit->xdata(), recovered.entities = audit->entities();
   return recovered;
 }
 

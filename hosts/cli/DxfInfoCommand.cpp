@@ -67,22 +67,9 @@ int RunDxfInfo(const Context& context, const std::string& drawing) {
     warnings.push_back({0, "$HANDSEED " + dxf::FormatHandle(doc->fileHandSeed()) + " is at or below handle " +
                                dxf::FormatHandle(doc->highestHandle()) + " in use; new handles are given above it"});
 
-  // Keyed by views into the file: no string is made per entity, and a run of entities of one
-  // type is counted without looking the type up again.
-  std::map<std::string_view, size_t> modelTypes;
-  size_t other = 0, run = 0;
-  std::string_view runType;
-  for (const dxf::EntityRecord& rec : doc->records()) {
-    if (rec.block >= 0 || rec.paperSpace) {
-      ++other;
-    } else if (rec.type == runType) {
-      ++run;
-    } else {
-      if (run) modelTypes[runType] += run;
-      runType = rec.type, run = 1;
-    }
-  }
-  if (run) modelTypes[runType] += run;
+  // Counted as the file was read, while its bytes were at hand.
+  std::map<std::string_view, size_t> modelTypes(recovered->entities.modelSpace.begin(), recovered->entities.modelSpace.end());
+  size_t other = recovered->entities.other;
   out << "model space entities:\n";
   for (const auto& [type, count] : modelTypes) out << "  " << type << " " << count << "\n";
   out << "entities in blocks and paper space: " << other << " (" << doc->blocks().size() << " block definitions)\n";

@@ -25,10 +25,14 @@ TEST(TqstdDxfInfo, ListsTheProblemsOfABrokenDrawing) {
   EXPECT_NE(r.out.find("does not end with \"0 EOF\""), std::string::npos) << r.out;
 }
 
-TEST(TqstdDxfInfo, AGoodDrawingPassesEveryCheckWithExitStatusZero) {
-  auto r = RunTqstd(std::string("dxf-info ") + TQ_FIXTURES + "/dxf/ezdxf_R2018.dxf");
-  EXPECT_EQ(r.status, 0) << r.out;
-  EXPECT_NE(r.out.find("errors found by the checks: 0\n"), std::string::npos) << r.out;
+TEST(TqstdDxfInfo, GoodDrawingsOfEveryReleasePassEveryCheckWithExitStatusZero) {
+  for (const char* release : {"R12", "R2000", "R2004", "R2010", "R2018"}) {
+    auto r = RunTqstd(std::string("dxf-info ") + TQ_FIXTURES + "/dxf/ezdxf_" + release + ".dxf");
+    EXPECT_EQ(r.status, 0) << release << "\n" << r.out;
+    EXPECT_NE(r.out.find("errors found by the checks: 0\n"), std::string::npos) << release << "\n" << r.out;
+  }
+  auto example = RunTqstd(std::string("dxf-info ") + Quoted(U8Path(TQ_EXAMPLE_SITE) / "drawings" / u8"設備標準図.dxf"));
+  EXPECT_EQ(example.status, 0) << example.out;
 }
 
 // Each damage is named with its line, and the exit status says an error was found.
