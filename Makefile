@@ -52,6 +52,7 @@ bench:
 	./bench/run.sh build/release
 	./bench/run_dxf_info.sh build/release
 	./bench/run_frames.sh build/release
+	./bench/run_sizetable.sh build/release
 	./bench/run_takeoff.sh build/release
 	./bench/run_collect.sh build/release
 	./bench/run_script.sh build/release
