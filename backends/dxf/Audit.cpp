@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "base/Encoding.hpp"
+#include "base/Quote.hpp"
 #include "dxf/DxfCodec.hpp"
 #include "dxf/DxfDocument.hpp"
 #include "dxf/TagList.hpp"
@@ -24,23 +25,6 @@ std::optional<uint64_t> HexHandle(std::string_view value) {
     h = h * 16 + static_cast<uint64_t>(d);
   }
   return h;
-}
-
-// Shown in a message: printable ASCII as it stands, every other byte as \xNN.
-std::string Shown(std::string_view value) {
-  std::string out;
-  for (char c : value.substr(0, 40)) {
-    auto b = static_cast<unsigned char>(c);
-    if (b >= 0x20 && b < 0x7F) {
-      out += c;
-    } else {
-      static constexpr char kHex[] = "0123456789ABCDEF";
-      out += "\\x";
-      out += kHex[b >> 4];
-      out += kHex[b & 15];
-    }
-  }
-  return out;
 }
 
 // The first byte at or after `from` that is not ASCII; `bytes.size()` when none is.
@@ -133,7 +117,7 @@ void Audit::OnHandle(const Tag& tag) {
   std::string_view value = TrimNumber(tag.value);
   std::optional<uint64_t> handle = HexHandle(value);
   if (!handle) {
-    Add(tag.line + 1, "the handle \"" + Shown(value) + "\" is not hexadecimal");
+    Add(tag.line + 1, "the handle " + QuoteFileContent(value) + " is not hexadecimal");
     return;
   }
   if (tag.code == 5) recordHandle_ = value;
@@ -155,7 +139,7 @@ void Audit::OnXData(const Tag& tag) {
   if (brace == "{") openBraces_.push_back(tag.line + 1);
   else if (brace == "}" && !openBraces_.empty()) openBraces_.pop_back();
   else if (brace == "}") Add(tag.line + 1, "a \"}\" of extended data (group 1002) closes no \"{\"");
-  else Add(tag.line + 1, "group 1002 holds \"" + Shown(brace) + "\" where \"{\" or \"}\" belongs");
+  else Add(tag.line + 1, "group 1002 holds " + QuoteFileContent(brace) + " where \"{\" or \"}\" belongs");
 }
 
 void Audit::CountApplication(std::string_view name) {
@@ -207,11 +191,11 @@ void Audit::Finish(std::string_view bytes) {
   EndRecord();
   CheckDuplicateHandles();
   if (!version_.empty() && !ReleaseName(version_))
-    Add(versionLine_, "$ACADVER \"" + Shown(version_) + "\" is not a release known here");
+    Add(versionLine_, "$ACADVER " + QuoteFileContent(version_) + " is not a release known here");
   std::string upper = codePage_;
   for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   if (!codePage_.empty() && upper != "UNDEFINED" && IcuNameOfDwgCodePage(codePage_).empty())
-    Add(codePageLine_, "$DWGCODEPAGE \"" + Shown(codePage_) + "\" is not a code page known here");
+    Add(codePageLine_, "$DWGCODEPAGE " + QuoteFileContent(codePage_) + " is not a code page known here");
   if (version_ >= "AC1021") CheckUtf8(bytes);
   std::stable_sort(findings_.begin(), findings_.end(), [](const Finding& a, const Finding& b) { return a.line < b.line; });
 }
