@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Paths.hpp"
+#include "common/PointLine.hpp"
 
 namespace tq::headless {
 
@@ -63,16 +64,9 @@ class PointWaiter : public Waiter {
  public:
   Text Describe() const override { return u"a point prompt waits"; }
   std::optional<Text> Apply(const ScriptLine& line) override {
-    if (line.verb == u"escape") {
-      if (!line.args.empty()) return u"'escape' takes nothing";
-      result_ = PickResult{PickStatus::Cancel, {}};
-      return std::nullopt;
-    }
-    if (line.verb != u"point") return u"'" + line.verb + u"' does not fit: a point prompt waits (point X Y or escape)";
-    std::optional<double> x, y;
-    if (line.args.size() == 2) x = ParseNumber(line.args[0]), y = ParseNumber(line.args[1]);
-    if (!x || !y) return u"'point' takes two numbers: point X Y";
-    result_ = PickResult{PickStatus::Normal, {*x, *y, 0}};
+    Result<PickResult> pick = ReadPointLine(line);
+    if (!pick) return pick.error().message;
+    result_ = *pick;
     return std::nullopt;
   }
   bool Satisfied() const override { return result_.has_value(); }

@@ -86,7 +86,7 @@ DrawingTab* MainWindow::OpenDrawing(const std::filesystem::path& path) {
       tabs_->setCurrentIndex(i);
       return tab(i);
     }
-  auto* tab = new DrawingTab(full, tabs_);
+  auto* tab = new DrawingTab(full, tabs_, dxf::ReadOptions{codePage_.name()});
   int index = tabs_->addTab(tab, tab->title());
   tabs_->setTabToolTip(index, ToQString(full));
   tabs_->setCurrentIndex(index);

@@ -44,7 +44,7 @@ class MainWindow : public QMainWindow {
   DrawingTab* tab(int index) const;
   int tabCount() const { return tabs_->count(); }
   CommandPanel& panel() { return *panel_; }
-  Editor& editor() { return editor_; }
+  WorkbenchEditor& editor() { return editor_; }
   HostServices& host() { return host_; }
   const CodePage& systemCodePage() const { return codePage_; }
   QStringList recentFiles() const;
