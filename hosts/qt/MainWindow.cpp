@@ -47,7 +47,7 @@ MainWindow::MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent)
     if (!pickActive_) RunCommand(text);
   });
   BuildMenus();
-  resize(1280, 860);
+  resize(kInitialSize);
 }
 
 void MainWindow::BuildMenus() {

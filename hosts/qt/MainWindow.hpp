@@ -25,6 +25,7 @@ class MainWindow : public QMainWindow {
   // Runs "TQ_STD_INF" on the current drawing; attached by whoever provides the command.
   using CommandRunner = std::function<void(DrawingTab& tab, Editor& editor, HostServices& host)>;
   // (The system code page is the window's: systemCodePage().)
+  static constexpr QSize kInitialSize{1280, 860};
 
   // `systemCodePage`: of the installation's text files, handed to what reads them.
   MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent = nullptr);
