@@ -15,7 +15,9 @@ std::filesystem::path PathOf(const std::string& utf8) { return std::filesystem::
 int RunScript(const Context& context, const ScriptOptions& options) {
   Result<Text> script = ReadScriptText(options.script, *context.codePage);
   if (!script) throw UserError(script.error().Describe());
-  std::filesystem::path path = PathOf(options.drawing);
+  // The drawing is known by its full path, as the workbench knows it: the name a save-file
+  // dialog proposes and the path of the saved drawing do not depend on how it was typed.
+  std::filesystem::path path = std::filesystem::absolute(PathOf(options.drawing));
   Result<std::unique_ptr<dxf::DxfDrawing>> opened = dxf::DxfDrawing::Open(path, dxf::ReadOptions{context.codePage->name()});
   if (!opened) throw UserError(options.drawing + ": " + opened.error().Describe());
   std::unique_ptr<dxf::DxfDrawing> drawing = std::move(opened).value();

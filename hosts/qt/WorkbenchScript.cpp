@@ -3,9 +3,13 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
+#include <QTimer>
+#include <string>
 
 #include "common/PointLine.hpp"
 #include "qt/MainWindow.hpp"
+#include "qt/WorkbenchAddIn.hpp"
 
 namespace tq::qt {
 
@@ -43,6 +47,45 @@ class PickWaiter : public Waiter {
   const std::function<bool()>& answered_;
 };
 
+// A modal dialog: it takes the dialog lines alone, until it ends.
+class ModalWaiter : public Waiter {
+ public:
+  ModalWaiter(QtDialogHost& dialogs, QtDialogWindow& window) : dialogs_(dialogs), window_(window) {}
+  Text Describe() const override { return u"the dialog " + Id() + u" waits"; }
+  std::optional<Text> Apply(const ScriptLine& line) override {
+    bool handled = false;
+    std::optional<Text> why = dialogs_.ApplyScriptLine(line, &handled);
+    if (!handled) return u"'" + line.verb + u"' does not fit: the dialog " + Id() + u" waits";
+    return why;
+  }
+  bool Satisfied() const override { return window_.ended(); }
+
+ private:
+  Text Id() const { return FromUtf8(std::to_string(window_.dialogTemplate().id)); }
+  QtDialogHost& dialogs_;
+  QtDialogWindow& window_;
+};
+
+// The message box or the save-file dialog that is open: it takes its lines until it closes.
+class UiWaiter : public Waiter {
+ public:
+  explicit UiWaiter(QtUi& ui) : ui_(ui), box_(ui.openBox()), save_(ui.openSaveDialog()) {}
+  Text Describe() const override { return box_ ? u"a message box waits" : u"a save-file dialog waits"; }
+  std::optional<Text> Apply(const ScriptLine& line) override {
+    bool handled = false;
+    return ui_.ApplyScriptLine(line, &handled);
+  }
+  bool Satisfied() const override {
+    QWidget* open = box_ ? static_cast<QWidget*>(box_.data()) : save_.data();
+    return !open || !open->isVisible();
+  }
+
+ private:
+  QtUi& ui_;
+  QPointer<QMessageBox> box_;
+  QPointer<QFileDialog> save_;
+};
+
 }  // namespace
 
 void ClickDrawingPoint(DrawingView& view, double x, double y) {
@@ -62,17 +105,28 @@ void ClickDrawingPoint(DrawingView& view, double x, double y) {
 WorkbenchScript::WorkbenchScript(MainWindow& window, TextView script, std::ostream& out)
     : window_(window), transcript_(out), runner_(script, transcript_) {
   window_.editor().SetScript(this);
+  WorkbenchAddIn& addIn = window_.addIn();
+  addIn.dialogs().SetTranscript(&transcript_);
+  addIn.ui().SetTranscript(&transcript_);
+  addIn.dialogs().SetModalObserver([this](QtDialogWindow& dialog) {
+    ServeFromLoop([this, &dialog] { return std::make_unique<ModalWaiter>(window_.addIn().dialogs(), dialog); });
+  });
+  addIn.ui().SetWaitObserver([this] { ServeFromLoop([this] { return std::make_unique<UiWaiter>(window_.addIn().ui()); }); });
 }
 
-WorkbenchScript::~WorkbenchScript() { window_.editor().SetScript(nullptr); }
+WorkbenchScript::~WorkbenchScript() {
+  window_.editor().SetScript(nullptr);
+  WorkbenchAddIn& addIn = window_.addIn();
+  addIn.dialogs().SetTranscript(nullptr);
+  addIn.dialogs().SetModalObserver({});
+  addIn.ui().SetTranscript(nullptr);
+  addIn.ui().SetWaitObserver({});
+}
 
 bool WorkbenchScript::Run() {
+  QtDialogHost& dialogs = window_.addIn().dialogs();
   CommandLineWaiter commandLine([this](TextView name) { TypeCommand(name); },
-                                [this](const ScriptLine& line, bool* handled) -> std::optional<Text> {
-                                  if (dialogLines_) return dialogLines_(line, handled);
-                                  *handled = false;
-                                  return std::nullopt;
-                                });
+                                [&dialogs](const ScriptLine& line, bool* handled) { return dialogs.ApplyScriptLine(line, handled); });
   try {
     runner_.Serve(commandLine, true);
   } catch (const ScriptStopped&) {
@@ -92,6 +146,15 @@ void WorkbenchScript::TypeCommand(TextView name) {
 void WorkbenchScript::ServePick(DrawingView& view, const std::function<bool()>& answered) {
   PickWaiter waiter(view, answered);
   runner_.Serve(waiter);
+}
+
+// The wait starts its loop right after this: the first thing the loop does is serve it. The
+// lines it takes run inside that loop, as a person's clicks would.
+void WorkbenchScript::ServeFromLoop(std::function<std::unique_ptr<Waiter>()> waiter) {
+  QTimer::singleShot(0, &window_, [this, waiter = std::move(waiter)] {
+    std::unique_ptr<Waiter> w = waiter();
+    runner_.Serve(*w);
+  });
 }
 
 }  // namespace tq::qt

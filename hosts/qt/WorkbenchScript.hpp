@@ -1,9 +1,12 @@
 #pragma once
 // A script driving the workbench through its own widgets: a command is typed into the
 // command panel's input, a point is a click on the canvas where that drawing point shows, Esc
-// a key on the canvas; the dialogs and boxes take their lines through the dialog host. The
-// transcript is the one `tqstd script` writes, through the same runner and the same waiters'
-// rules.
+// a key on the canvas; the dialogs, message boxes and the save-file dialog take their lines
+// through their controls. A modal dialog, a box or the save-file dialog waits in a nested
+// event loop of its own; the lines for it are served from inside that loop, so every wait
+// takes its lines while it really waits. The transcript is the one `tqstd script` writes,
+// through the same runner and the same waiters' rules.
+#include <memory>
 #include <ostream>
 
 #include "common/CommandLineWaiter.hpp"
@@ -22,10 +25,6 @@ class WorkbenchScript : public EditorScript {
   WorkbenchScript(MainWindow& window, TextView script, std::ostream& out);
   ~WorkbenchScript() override;
 
-  // The lines for the modeless dialogs while the command line waits (click, select, type,
-  // close, dump): given by the dialog host. Without it the command line takes commands only.
-  void SetDialogLines(CommandLineWaiter::DialogLine lines) { dialogLines_ = std::move(lines); }
-
   // Runs every line on the current drawing; false when a line could not be applied (the
   // error event is written).
   bool Run();
@@ -39,11 +38,12 @@ class WorkbenchScript : public EditorScript {
  private:
   // Types the command into the panel's input and presses Enter, as a person does.
   void TypeCommand(TextView name);
+  // Serves the wait once its nested loop runs.
+  void ServeFromLoop(std::function<std::unique_ptr<Waiter>()> waiter);
 
   MainWindow& window_;
   Transcript transcript_;
   ScriptRunner runner_;
-  CommandLineWaiter::DialogLine dialogLines_;
 };
 
 // Clicks the drawing point on the canvas: the view is moved first when the point lies

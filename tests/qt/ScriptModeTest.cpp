@@ -45,13 +45,16 @@ struct Workplace {
   std::string Cd() const { return "cd " + Quoted(dir.path()) + " && "; }
 };
 
+// Both programs are given the drawing by a relative path, as a user types it.
+const std::string kDrawing = " 'site/drawings/設備標準図.dxf'";
+
 RunResult Tqstd(const Workplace& w, const std::filesystem::path& script, const std::string& more = "") {
-  return RunCommand(w.Cd() + TQSTD_PATH + " --ini site/Velum.ini script " + Quoted(w.drawing) + " " + Quoted(script) + more + " 2>/dev/null");
+  return RunCommand(w.Cd() + TQSTD_PATH + " --ini site/Velum.ini script" + kDrawing + " " + Quoted(script) + more + " 2>/dev/null");
 }
 
 RunResult Workbench(const Workplace& w, const std::filesystem::path& script, const std::string& more = "") {
-  return RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini " + Quoted(w.drawing) +
-                    " --script " + Quoted(script) + more + " 2>/dev/null");
+  return RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini" + kDrawing + " --script " +
+                    Quoted(script) + more + " 2>/dev/null");
 }
 
 // "" when the transcripts agree; else the first line where they part.
