@@ -119,6 +119,23 @@ TEST(WorkbenchScript, ALineThatDoesNotFitEndsWithStatus1AndNothingSaved) {
   EXPECT_FALSE(w.HasBackup());
 }
 
+TEST(WorkbenchScript, ALineThatDoesNotFitAModalDialogStopsTheRunThereAsInTqstd) {
+  // The drawing is changed (登録) before the takeoff check opens again and meets a bad line.
+  TempDir scripts;
+  scripts.Write("modal.txt", ReadFileBytes(kScripts / u8"拾い確認_集計と登録.txt").value() + "click 200:203\nanswer OK\nclick 2000:4242\n");
+  Workplace w;
+  w.Reset();
+  std::string before = w.Drawing();
+  RunResult headless = Tqstd(w, scripts / "modal.txt");
+  w.Reset();
+  RunResult workbench = Workbench(w, scripts / "modal.txt");
+  EXPECT_EQ(workbench.status, 1) << workbench.out;
+  EXPECT_EQ(Lines(workbench.out).back(), "{\"event\":\"error\",\"line\":26,\"text\":\"the dialog 2000 has no control 4242\"}");
+  EXPECT_EQ(FirstDifference(headless.out, workbench.out), "");
+  EXPECT_EQ(w.Drawing(), before);
+  EXPECT_FALSE(w.HasBackup());
+}
+
 TEST(WorkbenchScript, AChangedDrawingIsSavedWithItsBackup) {
   Workplace w;
   w.Reset();
