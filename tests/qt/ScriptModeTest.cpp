@@ -53,7 +53,8 @@ RunResult Tqstd(const Workplace& w, const std::filesystem::path& script, const s
 }
 
 RunResult Workbench(const Workplace& w, const std::filesystem::path& script, const std::string& more = "") {
-  return RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini" + kDrawing + " --script " +
+  // A wait nothing serves would hang: the run is ended after two minutes.
+  return RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini" + kDrawing + " --script " +
                     Quoted(script) + more + " 2>/dev/null");
 }
 
