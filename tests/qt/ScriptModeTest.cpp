@@ -207,3 +207,17 @@ TEST(WorkbenchScript, ScreenshotsAreOnePngPerDialogMessageboxAndDumpEventAtTheWi
     EXPECT_EQ(image.size(), qt::MainWindow::kInitialSize) << files[i];
   }
 }
+
+TEST(TranscriptParity, EscapeAtAPointPromptAndALineThatDoesNotFitItAreTheSameInBothHosts) {
+  TempDir scripts;
+  scripts.Write("escape.txt", "command TQ_STD_INF\nclick 200:201\nescape\nclick 200:201\nanswer OK\n");
+  Workplace w;
+  w.Reset();
+  RunResult headless = Tqstd(w, scripts / "escape.txt");
+  w.Reset();
+  RunResult workbench = Workbench(w, scripts / "escape.txt");
+  EXPECT_EQ(headless.status, 1);
+  EXPECT_EQ(workbench.status, 1);
+  EXPECT_NE(headless.out.find("'answer' does not fit: a point prompt waits"), std::string::npos) << headless.out;
+  EXPECT_EQ(FirstDifference(headless.out, workbench.out), "");
+}
