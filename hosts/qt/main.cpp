@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
     hostIni = tq::StandaloneHostServices::FindHostIni(ini);
   } catch (const std::exception& e) {
     std::cerr << "tqstd-workbench: " << e.what() << "\n";
-    return 2;
+    return 1;  // a settings file that cannot be read, as for tqstd
   }
   std::string codepageName = codepage.value_or("");
   if (codepageName.empty())
@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
   tq::Result<tq::CodePage> systemCodePage = tq::CodePage::Open(codepageName);
   if (!systemCodePage) {
     std::cerr << "tqstd-workbench: " << systemCodePage.error().Describe() << "\n";
-    return 2;
+    return 1;  // a value that is wrong, as for tqstd
   }
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tqstd-workbench"));

@@ -221,3 +221,15 @@ TEST(TranscriptParity, EscapeAtAPointPromptAndALineThatDoesNotFitItAreTheSameInB
   EXPECT_NE(headless.out.find("'answer' does not fit: a point prompt waits"), std::string::npos) << headless.out;
   EXPECT_EQ(FirstDifference(headless.out, workbench.out), "");
 }
+
+TEST(WorkbenchScript, AUsageErrorIsStatus2AndADrawingThatCannotBeReadIsStatus1) {
+  Workplace w;
+  w.Reset();
+  std::string workbench = w.Cd() + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini ";
+  std::string script = Quoted(kScripts / u8"設定.txt");
+  EXPECT_EQ(RunCommand(workbench + "--script " + script + " 2>/dev/null").status, 2);  // no drawing
+  EXPECT_EQ(RunCommand(workbench + "site/drawings/設備標準図.dxf -o out.dxf 2>/dev/null").status, 2);  // -o without --script
+  RunResult missing = RunCommand(workbench + "site/drawings/none.dxf --script " + script + " 2>&1");
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_NE(missing.out.find("none.dxf cannot be opened"), std::string::npos) << missing.out;
+}
