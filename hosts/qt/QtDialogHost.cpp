@@ -9,11 +9,12 @@ namespace tq::qt {
 std::unique_ptr<DialogWindow> QtDialogHost::CreateDialogWindow(const dialog::DialogTemplate& dialogTemplate,
                                                                DialogEvents& events, bool modal) {
   auto window = std::make_unique<QtDialogWindow>(*this, dialogTemplate, events, modal, parent_.data());
-  // A dialog opens over the top-left corner of the window it belongs to, moved by its template.
-  if (parent_) {
-    QPoint corner = parent_->mapToGlobal(QPoint(0, 0));
-    window->widget().move(corner + QPoint(dialog::DialogXToPixels(dialogTemplate.x, kStandInBaseUnits) + 24,
-                                          dialog::DialogYToPixels(dialogTemplate.y, kStandInBaseUnits) + 48));
+  // A dialog opens at its template position from the anchor: the main dialog, at 0, 0, over
+  // the top-left corner of the drawing.
+  if (anchor_ || parent_) {
+    QPoint corner = anchor_ ? anchor_() : parent_->mapToGlobal(QPoint(0, 0));
+    window->widget().move(corner + QPoint(dialog::DialogXToPixels(dialogTemplate.x, kStandInBaseUnits),
+                                          dialog::DialogYToPixels(dialogTemplate.y, kStandInBaseUnits)));
   }
   return window;
 }

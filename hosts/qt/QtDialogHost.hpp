@@ -17,6 +17,9 @@ class QtDialogHost : public DialogHost {
  public:
   // `parent`: the window the dialogs belong to (null for none).
   explicit QtDialogHost(QWidget* parent = nullptr) : parent_(parent) {}
+  // Where a dialog's template position counts from, on the screen: the top-left corner of the
+  // drawing's view, as the owner's client area is on Windows. The parent's corner without it.
+  void SetAnchor(std::function<QPoint()> anchor) { anchor_ = std::move(anchor); }
 
   std::unique_ptr<DialogWindow> CreateDialogWindow(const dialog::DialogTemplate& dialogTemplate, DialogEvents& events,
                                                    bool modal) override;
@@ -51,6 +54,7 @@ class QtDialogHost : public DialogHost {
 
  private:
   QPointer<QWidget> parent_;
+  std::function<QPoint()> anchor_;
   std::vector<QtDialogWindow*> windows_;  // live windows, oldest first
   std::vector<QtDialogWindow*> modals_;   // running modal dialogs, outermost first
   Transcript* transcript_ = nullptr;

@@ -11,7 +11,13 @@ WorkbenchAddIn::WorkbenchAddIn(MainWindow& window)
       dialogs_(&window),
       ui_(&window, window.statusBar()),
       documents_(window),
-      addIn_(std::make_unique<TqAddIn>(folders_, documents_, dialog::DialogServices{dialogs_, ui_})) {}
+      addIn_(std::make_unique<TqAddIn>(folders_, documents_, dialog::DialogServices{dialogs_, ui_})) {
+  dialogs_.SetAnchor([&window] {
+    DrawingTab* tab = window.currentTab();
+    QWidget* area = tab ? static_cast<QWidget*>(&tab->view()) : window.centralWidget();
+    return area->mapToGlobal(QPoint(0, 0));
+  });
+}
 
 // The dialogs go before the documents and the folders they use.
 WorkbenchAddIn::~WorkbenchAddIn() {

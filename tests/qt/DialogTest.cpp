@@ -18,6 +18,8 @@
 #include "qt/QtDialogHost.hpp"
 #include "qt/QtUi.hpp"
 #include "support/QtApp.hpp"
+#include "support/TempDir.hpp"
+#include "base/Paths.hpp"
 
 using namespace tq;
 using namespace tq::test;
@@ -333,4 +335,38 @@ TEST(DialogPicture, ASelectedListRowIsPaintedInTheHighlightColour) {
   QPoint inRow = list->viewport()->mapTo(&window.widget(), second.center());
   EXPECT_EQ(image.pixelColor(inRow.x() - second.width() / 2 + 1, inRow.y()),
             list->palette().color(QPalette::Active, QPalette::Highlight));
+}
+
+TEST(SaveFileDialog, OffersTheFilterNameAndExtensionAndAsksBeforeReplacingAFile) {
+  QtApp();
+  TempDir dir;
+  dir.Write("out.txt", "old");
+  QtUi ui(nullptr, nullptr);
+  QStringList filters, selected;
+  QString suffix, asked;
+  WhenReady([&] { return ui.openSaveDialog() != nullptr; },
+            [&] {
+              QFileDialog* dialog = ui.openSaveDialog();
+              filters = dialog->nameFilters();
+              suffix = dialog->defaultSuffix();
+              selected = dialog->selectedFiles();
+              WhenReady([&] { return ui.openBox() != nullptr; },
+                        [&] {
+                          asked = ui.openBox()->text();
+                          bool handled = false;
+                          ui.ApplyScriptLine(Line(u"answer Yes"), &handled);
+                        });
+              bool handled = false;
+              ui.ApplyScriptLine(Line(u"save \"" + FromFsPath(dir / "out") + u"\""), &handled);
+            });
+  std::optional<Text> path = ui.AskSaveFile(
+      {u"図面_CI-NETコード.txt", u"txt", u"ﾃｷｽﾄﾌｧｲﾙ (*.txt)|*.txt|CSV file (*.csv)|*.csv|All files (*.*)|*.*||", true});
+  EXPECT_EQ(filters, (QStringList{QStringLiteral("ﾃｷｽﾄﾌｧｲﾙ (*.txt)"), QStringLiteral("CSV file (*.csv)"),
+                                  QStringLiteral("All files (*.*)")}));
+  EXPECT_EQ(suffix, QStringLiteral("txt"));
+  ASSERT_EQ(selected.size(), 1);
+  EXPECT_TRUE(selected[0].endsWith(QStringLiteral("図面_CI-NETコード.txt"))) << selected[0].toStdString();
+  ASSERT_TRUE(path.has_value());
+  EXPECT_EQ(*path, FromFsPath(dir / "out.txt"));
+  EXPECT_EQ(asked.toStdU16String(), FromFsPath(dir / "out.txt") + u" は既に存在します。\n上書きしますか?");
 }

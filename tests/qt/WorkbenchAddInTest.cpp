@@ -131,3 +131,36 @@ TEST(WorkbenchAddIn, TheFramesMarkedByTheTakeoffCheckShowInTheirColourWhileTheBo
   EXPECT_GT(whileAsked, before);
   EXPECT_EQ(inMarkedColour(), before);  // the colours are back after the answer
 }
+
+TEST(WorkbenchAddIn, TheAttributeDialogRunsModalOnThePickedDrawingAndTakesInputAlone) {
+  TempDir dir;
+  std::filesystem::copy_file(kExample, dir / "a.dxf");
+  Workbench w;
+  w.Open(dir / "a.dxf");
+  w.window.RunCommand(QStringLiteral("TQ_STD_INF"));
+  QtDialogHost& dialogs = w.window.addIn().dialogs();
+  int modal = 0;
+  std::optional<Text> behind, closed;
+  QTimer::singleShot(0, &w.window, [&] {
+    // Frame (0,0) holds the sheet M-101; its attribute dialog opens once the point is given.
+    WhenReady([&] { return dialogs.RunningModal() != nullptr; },
+              [&] {
+                modal = dialogs.RunningModal()->dialogTemplate().id;
+                behind = w.Apply(u"click 200:201");
+                // Closing asks whether to leave without registering: OK leaves.
+                WhenReady([&] { return w.window.addIn().ui().openBox() != nullptr; },
+                          [&] {
+                            bool handled = false;
+                            w.window.addIn().ui().ApplyScriptLine(Line(u"answer OK"), &handled);
+                          });
+                closed = w.Apply(u"close 1000");
+              });
+    emit w.window.panel().entered(QStringLiteral("1000,1000"));
+  });
+  EXPECT_EQ(w.Apply(u"click 200:202"), std::nullopt);
+  EXPECT_EQ(modal, 1000);
+  EXPECT_EQ(behind, Text(u"the dialog 200 is behind the modal dialog 1000"));
+  EXPECT_EQ(closed, std::nullopt);
+  EXPECT_EQ(dialogs.RunningModal(), nullptr);
+  EXPECT_EQ(dialogs.OpenDialog(1000), nullptr);
+}
