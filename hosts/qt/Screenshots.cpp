@@ -46,11 +46,10 @@ QImage WindowPicture(QWidget& window) {
   QImage picture = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
   QPainter painter(&picture);
   const QRect frame(QPoint(0, 0), picture.size());
-  const int caption = painter.fontMetrics().height() + 6;
   for (QWidget* w : OpenWindows(window)) {
     QImage shot = w->grab().toImage();
     QRect at(w->geometry().topLeft() - window.geometry().topLeft(), shot.size());
-    if (!frame.contains(at.adjusted(-1, -caption - 1, 1, 1))) at.moveCenter(frame.center());
+    if (!frame.contains(at)) at.moveCenter(frame.center());
     PaintFrame(painter, at, w->windowTitle());
     painter.drawImage(at.topLeft(), shot);
   }

@@ -37,7 +37,7 @@ class Screenshots {
 };
 
 // The main window with the other visible top-level windows painted where they stand over it,
-// the modal ones last; a window that stands outside it is painted in its middle.
+// the modal ones last; a window that does not stand wholly inside it is painted in its middle.
 QImage WindowPicture(QWidget& window);
 
 }  // namespace tq::qt
