@@ -5,8 +5,8 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QTimer>
-#include <string>
 
+#include "common/ModalDialogWaiter.hpp"
 #include "common/PointLine.hpp"
 #include "qt/MainWindow.hpp"
 #include "qt/WorkbenchAddIn.hpp"
@@ -45,25 +45,6 @@ class PickWaiter : public Waiter {
  private:
   DrawingView& view_;
   const std::function<bool()>& answered_;
-};
-
-// A modal dialog: it takes the dialog lines alone, until it ends.
-class ModalWaiter : public Waiter {
- public:
-  ModalWaiter(QtDialogHost& dialogs, QtDialogWindow& window) : dialogs_(dialogs), window_(window) {}
-  Text Describe() const override { return u"the dialog " + Id() + u" waits"; }
-  std::optional<Text> Apply(const ScriptLine& line) override {
-    bool handled = false;
-    std::optional<Text> why = dialogs_.ApplyScriptLine(line, &handled);
-    if (!handled) return u"'" + line.verb + u"' does not fit: the dialog " + Id() + u" waits";
-    return why;
-  }
-  bool Satisfied() const override { return window_.ended(); }
-
- private:
-  Text Id() const { return FromUtf8(std::to_string(window_.dialogTemplate().id)); }
-  QtDialogHost& dialogs_;
-  QtDialogWindow& window_;
 };
 
 // The message box or the save-file dialog that is open: it takes its lines until it closes.
@@ -109,7 +90,13 @@ WorkbenchScript::WorkbenchScript(MainWindow& window, TextView script, std::ostre
   addIn.dialogs().SetTranscript(&transcript_);
   addIn.ui().SetTranscript(&transcript_);
   addIn.dialogs().SetModalObserver([this](QtDialogWindow& dialog) {
-    ServeFromLoop([this, &dialog] { return std::make_unique<ModalWaiter>(window_.addIn().dialogs(), dialog); });
+    ServeFromLoop([this, &dialog]() -> std::unique_ptr<Waiter> {
+      QtDialogHost& dialogs = window_.addIn().dialogs();
+      return std::make_unique<ModalDialogWaiter>(
+          dialog.dialogTemplate().id,
+          [&dialogs](const ScriptLine& line, bool* handled) { return dialogs.ApplyScriptLine(line, handled); },
+          [&dialog] { return dialog.ended(); });
+    });
   });
   addIn.ui().SetWaitObserver([this] { ServeFromLoop([this] { return std::make_unique<UiWaiter>(window_.addIn().ui()); }); });
 }
