@@ -45,17 +45,13 @@ class SaveWaiter : public Waiter {
   std::optional<Text> path_;
 };
 
-class PointWaiter : public Waiter {
+class PointWaiter : public PointPromptWaiter {
  public:
-  Text Describe() const override { return u"a point prompt waits"; }
-  std::optional<Text> Apply(const ScriptLine& line) override {
-    Result<PickResult> pick = ReadPointLine(line);
-    if (!pick) return pick.error().message;
-    result_ = *pick;
-    return std::nullopt;
-  }
   bool Satisfied() const override { return result_.has_value(); }
   PickResult result() const { return *result_; }
+
+ protected:
+  void Answer(const PickResult& pick) override { result_ = pick; }
 
  private:
   std::optional<PickResult> result_;

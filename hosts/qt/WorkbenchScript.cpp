@@ -29,18 +29,16 @@ void SendMouse(QWidget& target, QEvent::Type type, QPointF at, Qt::MouseButton b
 
 // The point prompt: its lines are a click or Esc on the canvas, answered through the pick
 // loop's own signals.
-class PickWaiter : public Waiter {
+class PickWaiter : public PointPromptWaiter {
  public:
   PickWaiter(DrawingView& view, const std::function<bool()>& answered) : view_(view), answered_(answered) {}
-  Text Describe() const override { return u"a point prompt waits"; }
-  std::optional<Text> Apply(const ScriptLine& line) override {
-    Result<PickResult> pick = ReadPointLine(line);
-    if (!pick) return pick.error().message;
-    if (pick->status == PickStatus::Cancel) SendKey(view_, Qt::Key_Escape);
-    else ClickDrawingPoint(view_, pick->point.x, pick->point.y);
-    return std::nullopt;
-  }
   bool Satisfied() const override { return answered_(); }
+
+ protected:
+  void Answer(const PickResult& pick) override {
+    if (pick.status == PickStatus::Cancel) SendKey(view_, Qt::Key_Escape);
+    else ClickDrawingPoint(view_, pick.point.x, pick.point.y);
+  }
 
  private:
   DrawingView& view_;
