@@ -53,6 +53,8 @@ class MainWindow : public QMainWindow {
   CommandPanel& panel() { return *panel_; }
   WorkbenchEditor& editor() { return editor_; }
   HostServices& host() { return host_; }
+  // The engine the size setting dialog works through; it outlives the window's use of it.
+  void SetSizeWorkbook(Workbook* workbook) { host_.SetSizeWorkbook(workbook); }
   const CodePage& systemCodePage() const { return codePage_; }
   QStringList recentFiles() const;
   QLabel& coordinates() { return *coordinates_; }

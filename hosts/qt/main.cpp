@@ -11,6 +11,10 @@
 #include "qt/MainWindow.hpp"
 #include "qt/ScriptMode.hpp"
 
+#if TQ_HAVE_CALC
+#include "calc/CalcWorkbook.hpp"
+#endif
+
 namespace {
 
 std::filesystem::path PathOf(const std::string& utf8) { return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())); }
@@ -77,6 +81,12 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("tqstd-workbench"));
   tq::qt::InstallFontSubstitutions();
   tq::qt::MainWindow window(hostIni, std::move(*systemCodePage));
+#if TQ_HAVE_CALC
+  // The size workbooks' engine: one office for the session, started at its first use.
+  tq::calc::CalcEngine engine;
+  tq::calc::CalcWorkbook workbook(engine);
+  window.SetSizeWorkbook(&workbook);
+#endif
   window.SetQuiet(!grab.empty() || script);
   window.show();
   if (script) {
