@@ -7,6 +7,9 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTreeWidget>
+#include <QLabel>
+#include <QProgressBar>
+#include <QStatusBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -369,4 +372,42 @@ TEST(SaveFileDialog, OffersTheFilterNameAndExtensionAndAsksBeforeReplacingAFile)
   ASSERT_TRUE(path.has_value());
   EXPECT_EQ(*path, FromFsPath(dir / "out.txt"));
   EXPECT_EQ(asked.toStdU16String(), FromFsPath(dir / "out.txt") + u" は既に存在します。\n上書きしますか?");
+}
+
+TEST(StatusBarProgress, ShowsTheTextAndPositionUntilTheEnd) {
+  QtApp();
+  QStatusBar bar;
+  QtUi ui(nullptr, &bar);
+  auto* progress = bar.findChild<QProgressBar*>();
+  auto* text = bar.findChild<QLabel*>();
+  ASSERT_NE(progress, nullptr);
+  ASSERT_NE(text, nullptr);
+  EXPECT_TRUE(progress->isHidden());
+  ui.BeginProgress(u"拾い確認", 10);
+  ui.SetProgress(4);
+  EXPECT_FALSE(progress->isHidden());
+  EXPECT_EQ(text->text(), QStringLiteral("拾い確認"));
+  EXPECT_EQ(progress->maximum(), 10);
+  EXPECT_EQ(progress->value(), 4);
+  ui.EndProgress();
+  EXPECT_TRUE(progress->isHidden());
+}
+
+TEST(DialogScript, AnAutomaticCheckBoxAndTypingInAComboActAsInTheHeadlessHost) {
+  BothHosts both(2000);
+  EXPECT_EQ(both.ApplyHeadless(u"type 2000:2300 鋼管"), std::nullopt);
+  EXPECT_EQ(both.ApplyQt(u"type 2000:2300 鋼管"), std::nullopt);
+  EXPECT_EQ(both.qtEvents.events, both.headlessEvents.events);
+  EXPECT_EQ(both.qtEvents.events, std::vector<std::string>{"command 2300 5"});
+  EXPECT_EQ(both.qt->GetText(2300), u"鋼管");
+
+  BothHosts size(201);
+  const dialog::ControlTemplate& first = *std::find_if(Template(201).controls.begin(), Template(201).controls.end(),
+                                                       [](const auto& c) { return c.kind == dialog::ControlKind::Check; });
+  Text line = u"click 201:" + FromUtf8(std::to_string(first.id));
+  EXPECT_EQ(size.ApplyHeadless(line), std::nullopt);
+  EXPECT_EQ(size.ApplyQt(line), std::nullopt);
+  EXPECT_EQ(size.qtEvents.events, size.headlessEvents.events);
+  EXPECT_TRUE(size.qt->IsChecked(first.id));
+  EXPECT_EQ(size.qt->IsChecked(first.id), size.headless->IsChecked(first.id));
 }
