@@ -92,7 +92,13 @@ int main(int argc, char** argv) {
   if (script) {
     tq::qt::ScriptModeOptions options{PathOf(drawings[0]), *script, PathOf(output), noSave,
                                       screenshots ? std::optional(PathOf(*screenshots)) : std::nullopt};
-    tq::qt::ScriptMode mode(window, std::move(options), std::cout, std::cerr, [] { std::_Exit(1); });
+    auto stop = [&] {
+#if TQ_HAVE_CALC
+      engine.Shutdown();  // the office and its profile do not outlive the run
+#endif
+      std::_Exit(1);
+    };
+    tq::qt::ScriptMode mode(window, std::move(options), std::cout, std::cerr, stop);
     mode.Start();
     return QApplication::exec();
   }

@@ -8,6 +8,7 @@
 #include <regex>
 
 #include "qt/MainWindow.hpp"
+#include "support/OfficeProcesses.hpp"
 #include "support/RunCommand.hpp"
 #include "support/ScriptRun.hpp"
 #include "support/TempDir.hpp"
@@ -232,4 +233,19 @@ TEST(WorkbenchScript, AUsageErrorIsStatus2AndADrawingThatCannotBeReadIsStatus1) 
   RunResult missing = RunCommand(workbench + "site/drawings/none.dxf --script " + script + " 2>&1");
   EXPECT_EQ(missing.status, 1);
   EXPECT_NE(missing.out.find("none.dxf cannot be opened"), std::string::npos) << missing.out;
+}
+
+TEST(WorkbenchScript, ALineThatDoesNotFitAfterTheOfficeStartedLeavesNoOfficeBehind) {
+  // 設定 computes the size table's rows in its workbook: the office runs when the bad line comes.
+  TempDir scripts, temporary;
+  scripts.Write("bad.txt", ReadFileBytes(kScripts / u8"設定.txt").value() + "bogus\n");
+  Workplace w;
+  w.Reset();
+  RunResult run = RunCommand(w.Cd() + "TMPDIR=" + Quoted(temporary.path()) + " QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH +
+                             " --ini site/Velum.ini" + kDrawing + " --script " + Quoted(scripts / "bad.txt") + " 2>/dev/null");
+  EXPECT_EQ(run.status, 1) << run.out;
+  EXPECT_NE(run.out.find("'bogus' does not fit: the command line waits"), std::string::npos) << run.out;
+  for (const auto& entry : std::filesystem::directory_iterator(temporary.path()))
+    EXPECT_NE(entry.path().filename().string().rfind("tq-calc-", 0), 0u) << "an office profile is left: " << entry.path();
+  EXPECT_TRUE(ProcessesNaming(temporary.path().string()).empty());
 }
