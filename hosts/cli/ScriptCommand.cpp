@@ -29,11 +29,15 @@ Text ReadScript(const ScriptOptions& options, const Context& context) {
 }  // namespace
 
 int RunScript(const Context& context, const ScriptOptions& options) {
-  Text script = ReadScript(options, context);
-  std::filesystem::path path(std::u8string(options.drawing.begin(), options.drawing.end()));
+  std::filesystem::path path = PathOf(options.drawing);
+  std::filesystem::path target = options.output.empty() ? path : PathOf(options.output);
+  // Locked before the drawing is read and the script run: a second writer stops before either.
+  os::LockHandle lock;
+  if (!options.noSave) lock = LockForWriting(target);
   Result<std::unique_ptr<dxf::DxfDrawing>> opened = dxf::DxfDrawing::Open(path, dxf::ReadOptions{context.codePage->name()});
   if (!opened) throw UserError(options.drawing + ": " + opened.error().Describe());
   std::unique_ptr<dxf::DxfDrawing> drawing = std::move(opened).value();
+  Text script = ReadScript(options, context);
   std::ostream& out = *context.out;
   bool ran = false;
   {
@@ -43,12 +47,7 @@ int RunScript(const Context& context, const ScriptOptions& options) {
     // A drawing whose bytes would not change is not written: marking and restoring in one run
     // changes nothing.
     if (options.noSave || drawing->document().Serialize() == drawing->document().source()) return 0;
-    std::filesystem::path target = options.output.empty() ? path : std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
-    try {
-      drawing->Save(target);
-    } catch (const std::exception& e) {
-      throw UserError("cannot save " + Utf8Path(target) + ": " + e.what());
-    }
+    if (Status saved = drawing->Save(target); !saved) throw UserError(saved.error().Describe());
     session.transcript().Saved(FromFsPath(target));
   }
   return 0;
