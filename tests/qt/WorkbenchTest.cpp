@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 
+#include "base/os/Os.hpp"
 #include "qt/MainWindow.hpp"
 #include "support/QtApp.hpp"
 #include "support/DxfText.hpp"
@@ -138,6 +139,45 @@ TEST(Workbench, YesSavesAtomicallyKeepingTheOldFileAsBak) {
   EXPECT_EQ(w.window.tabCount(), 0);
   EXPECT_TRUE(dir.Read("a.dxf") != before);
   EXPECT_TRUE(dir.Read("a.dxf.bak") == before);  // the file as it was, kept beside it
+}
+
+TEST(Workbench, AnOpenDrawingIsLockedUntilItsTabCloses) {
+  TempDir dir;
+  std::filesystem::copy_file(kExample, dir / "a.dxf");
+  Workbench w;
+  w.Open(dir / "a.dxf");
+  Result<os::LockOwner> holder = os::ReadLockFile(os::LockFileOf(dir / "a.dxf"));
+  ASSERT_TRUE(holder) << "the open drawing is not locked";
+  EXPECT_EQ(holder->process, os::CurrentOwner().process);
+  EXPECT_TRUE(w.window.CloseTab(0));
+  EXPECT_FALSE(std::filesystem::exists(os::LockFileOf(dir / "a.dxf")));
+}
+
+TEST(Workbench, ADrawingAnotherWriterHeldAtOpeningIsNotSavedInPlaceAndTheHolderIsNamed) {
+  TempDir dir;
+  std::filesystem::copy_file(kExample, dir / "a.dxf");
+  std::string before = dir.Read("a.dxf");
+  // Another writer's lock: a live process of this host (this one, as the file tells it).
+  os::LockOwner other = os::CurrentOwner();
+  other.user = u"佐藤";
+  dir.Write("a.dxf.lock", os::FormatLockFile(other));
+  Workbench w;
+  DrawingTab* tab = w.Open(dir / "a.dxf");
+  ChangeSomething(*tab);
+  Status saved = tab->Save();
+  ASSERT_FALSE(saved);
+  EXPECT_NE(saved.error().Describe().find("it is in use by 佐藤 on " + ToUtf8(other.host) + " (process " +
+                                          std::to_string(other.process) + ", since " + other.time + ")"),
+            std::string::npos)
+      << saved.error().Describe();
+  EXPECT_TRUE(dir.Read("a.dxf") == before);
+  EXPECT_FALSE(std::filesystem::exists(dir / "a.dxf.bak"));
+  // Under another name it is saved, and that file is the tab's from then on.
+  Status savedAs = tab->Save(dir / "b.dxf");
+  ASSERT_TRUE(savedAs) << savedAs.error().Describe();
+  EXPECT_TRUE(dir.Read("b.dxf") != before);
+  EXPECT_TRUE(std::filesystem::exists(os::LockFileOf(dir / "b.dxf")));
+  EXPECT_TRUE(tab->Save());
 }
 
 TEST(Workbench, AnUnchangedDrawingClosesWithoutAsking) {
