@@ -53,6 +53,7 @@ bench:
 	./bench/run_frames.sh build/release
 	./bench/run_takeoff.sh build/release
 	./bench/run_collect.sh build/release
+	./bench/run_save.sh build/release
 	./bench/run_script.sh build/release
 	./bench/run_calc.sh build/release
 	./bench/run_workbench.sh build/release

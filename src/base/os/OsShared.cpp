@@ -51,6 +51,18 @@ constexpr std::u16string_view kTempEnd = u".tmp";
 
 Path FolderOf(const Path& path) { return path.has_parent_path() ? path.parent_path() : Path("."); }
 
+int64_t SecondsSinceWritten(const std::filesystem::directory_entry& entry) {
+  std::error_code ec;
+  auto written = entry.last_write_time(ec);
+  if (ec) return 0;
+  return std::chrono::duration_cast<std::chrono::seconds>(std::filesystem::file_time_type::clock::now() - written).count();
+}
+int64_t SecondsSinceWritten(const Path& path) {
+  std::error_code ec;
+  std::filesystem::directory_entry entry(path, ec);
+  return ec ? 0 : SecondsSinceWritten(entry);
+}
+
 Text Digits(uint64_t n, int base) {
   Text text;
   do {
@@ -90,14 +102,11 @@ size_t RemoveLeftoverTempFiles(const Path& target) {
   std::filesystem::directory_iterator entries(FolderOf(target), ec);
   if (ec) return 0;  // the temporary file's own creation names what is wrong with the folder
   Text targetName = target.filename().u16string();
-  auto now = std::filesystem::file_time_type::clock::now();
   size_t removed = 0;
   for (const std::filesystem::directory_entry& entry : entries) {
     std::optional<uint64_t> process = TempFileProcess(entry.path().filename().u16string(), targetName);
     if (!process || !entry.is_regular_file(ec)) continue;
-    auto written = entry.last_write_time(ec);
-    if (ec) continue;
-    int64_t quiet = std::chrono::duration_cast<std::chrono::seconds>(now - written).count();
+    int64_t quiet = SecondsSinceWritten(entry);
     bool gone = *process != detail::ProcessId() && !ProcessIsAlive(*process);
     if ((gone && quiet >= kLeftoverQuietSeconds) || quiet >= kLeftoverAgeSeconds)
       if (RemoveFile(entry.path())) ++removed;
@@ -251,11 +260,15 @@ LockHandle& LockHandle::operator=(LockHandle&& other) noexcept {
 }
 
 namespace {
+// The lock matters between processes that run, never across a crash of the system: it is not
+// flushed to the disk, which would cost more than the rest of a small drawing's save. A lock
+// file that a crash left empty or cut short is replaced once it is older than any write of one.
+constexpr int64_t kUnreadableLockSeconds = 60;
+
 Result<LockHandle> CreateLock(const Path& lockFile) {
   Result<OutputFile> file = CreateNewFile(lockFile);
   if (!file) return file.error();
   Status written = file->Write(FormatLockFile(CurrentOwner()));
-  if (written) written = file->FlushToDisk();
   if (written) written = file->Close();
   if (!written) {
     (void)RemoveFile(lockFile);
@@ -277,9 +290,10 @@ Result<LockHandle> AcquireDrawingLock(const Path& drawing) {
   Result<LockHandle> lock = CreateLock(lockFile);
   if (lock || lock.error().code != ErrorCode::Locked) return lock;
   Result<LockOwner> owner = ReadLockFile(lockFile);
-  if (!owner) return detail::FailureOf(ErrorCode::Locked, "cannot lock", drawing, "its lock file cannot be read: " + owner.error().Describe());
+  if (!owner && !(owner.error().code == ErrorCode::Malformed && SecondsSinceWritten(lockFile) >= kUnreadableLockSeconds))
+    return detail::FailureOf(ErrorCode::Locked, "cannot lock", drawing, "its lock file cannot be read: " + owner.error().Describe());
   // Only a process of this host can be seen to be gone; a lock from elsewhere stands.
-  if (owner->host != detail::HostName() || ProcessIsAlive(owner->process)) return HeldBy(drawing, *owner);
+  if (owner && (owner->host != detail::HostName() || ProcessIsAlive(owner->process))) return HeldBy(drawing, *owner);
   if (Status removed = RemoveFile(lockFile); !removed) return removed.error();
   return CreateLock(lockFile);
 }
