@@ -290,6 +290,8 @@ Result<LockHandle> AcquireDrawingLock(const Path& drawing) {
   Result<LockHandle> lock = CreateLock(lockFile);
   if (lock || lock.error().code != ErrorCode::Locked) return lock;
   Result<LockOwner> owner = ReadLockFile(lockFile);
+  // Released between the two steps: the lock is free now.
+  if (!owner && owner.error().code == ErrorCode::NotFound) return CreateLock(lockFile);
   if (!owner && !(owner.error().code == ErrorCode::Malformed && SecondsSinceWritten(lockFile) >= kUnreadableLockSeconds))
     return detail::FailureOf(ErrorCode::Locked, "cannot lock", drawing, "its lock file cannot be read: " + owner.error().Describe());
   // Only a process of this host can be seen to be gone; a lock from elsewhere stands.

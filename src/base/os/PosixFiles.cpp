@@ -194,17 +194,16 @@ bool NotWritable(const Path& target, const struct stat& st) {
   return (st.st_mode & 0222) == 0 || (::access(target.c_str(), W_OK) != 0 && errno == EACCES);
 }
 
-// The new file takes the old one's mode, owner and group. Only the administrator may give a
+// The new file takes the old one's owner, group and mode. Only the administrator may give a
 // file away; anyone may hand it to a group of their own, so the group is tried alone then.
+// The mode comes last: a change of owner clears the set-id bits.
 Status CopyAttributes(const Path& tempPath, const Path& target, const struct stat& st) {
+  if ((st.st_uid != ::geteuid() || st.st_gid != ::getegid()) && ::chown(tempPath.c_str(), st.st_uid, st.st_gid) != 0) {
+    if (errno != EPERM) return Failure(ErrorCode::CannotWrite, "cannot give the new file the owner of", target);
+    (void)::chown(tempPath.c_str(), static_cast<uid_t>(-1), st.st_gid);
+  }
   if (::chmod(tempPath.c_str(), st.st_mode & 07777) != 0)
     return Failure(ErrorCode::CannotWrite, "cannot give the new file the mode of", target);
-  if (st.st_uid == ::geteuid() && st.st_gid == ::getegid()) return {};
-  if (::chown(tempPath.c_str(), st.st_uid, st.st_gid) == 0) return {};
-  if (errno != EPERM) return Failure(ErrorCode::CannotWrite, "cannot give the new file the owner of", target);
-  (void)::chown(tempPath.c_str(), static_cast<uid_t>(-1), st.st_gid);
-  // chown may clear the set-id bits: the mode once more.
-  (void)::chmod(tempPath.c_str(), st.st_mode & 07777);
   return {};
 }
 }  // namespace
