@@ -51,6 +51,7 @@ bench:
 	$(MAKE) build PRESET=release
 	./bench/run.sh build/release
 	./bench/run_frames.sh build/release
+	./bench/run_sizetable.sh build/release
 	./bench/run_takeoff.sh build/release
 	./bench/run_collect.sh build/release
 	./bench/run_save.sh build/release

@@ -207,7 +207,15 @@ std::optional<LineEntity> DxfDrawing::LineData(ObjectId id) const {
   const EntityRecord* rec = Record(id);
   if (!rec || rec->type != "LINE") return std::nullopt;
   std::vector<Tag> tags = doc_->Tags(id.value - 1);
-  return LineEntity{PointOf(tags, 10), PointOf(tags, 11), LayerOf(id.value - 1).name, rec->colour};
+  LineEntity line{PointOf(tags, 10), PointOf(tags, 11), LayerOf(id.value - 1).name, rec->colour, Text(),
+                  kLineweightByLayer};
+  for (const Tag& t : tags) {
+    if (t.code == 1001) break;
+    if (t.code == 6) line.linetype = doc_->codec().Decode(t.value);
+    long long weight = 0;
+    if (t.code == 370 && ParseInt(t.value, weight)) line.lineweight = static_cast<int>(weight);
+  }
+  return line;
 }
 
 std::optional<Point3> DxfDrawing::PointPosition(ObjectId id) const {
@@ -325,7 +333,8 @@ void DxfDrawing::EnsureLayer(TextView layer) {
   if (!doc_->FindLayer(layer)) doc_->AddLayer(layer), ForgetLayers();
 }
 
-TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass) {
+TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass,
+                               const LineStyle& style) {
   EnsureLayer(layer);
   StringStore& strings = doc_->strings();
   TagList tags{EditTag(0, strings.Keep(type))};
@@ -335,7 +344,11 @@ TagList DxfDrawing::EntityHead(std::string_view type, TextView layer, int colour
     tags.emplace_back(100, "AcDbEntity");
   }
   tags.emplace_back(8, strings.Keep(doc_->codec().Encode(layer)));
+  if (!style.linetype.empty()) tags.emplace_back(6, strings.Keep(doc_->codec().Encode(style.linetype)));
   if (colour != kColourByLayer) tags.emplace_back(62, strings.Keep(FormatInt(62, colour)));
+  // Lineweights came with R2000; older versions have no group for them.
+  if (style.lineweight != kLineweightByLayer && doc_->version() >= "AC1015")
+    tags.emplace_back(370, strings.Keep(FormatInt(370, style.lineweight)));
   if (!doc_->isR12()) tags.emplace_back(100, strings.Keep(subclass));
   return tags;
 }
@@ -355,7 +368,7 @@ ObjectId DxfDrawing::AddEntity(TagList tags) {
 }
 
 ObjectId DxfDrawing::AddText(const TextEntity& text) {
-  TagList tags = EntityHead("TEXT", text.layer, text.colour, "AcDbText");
+  TagList tags = EntityHead("TEXT", text.layer, text.colour, "AcDbText", LineStyle{});
   auto add = [&](int code, const std::string& value) { tags.emplace_back(code, doc_->strings().Keep(value)); };
   add(10, FormatDouble(text.position.x));
   add(20, FormatDouble(text.position.y));
@@ -369,7 +382,7 @@ ObjectId DxfDrawing::AddText(const TextEntity& text) {
 }
 
 ObjectId DxfDrawing::AddLine(const LineEntity& line) {
-  TagList tags = EntityHead("LINE", line.layer, line.colour, "AcDbLine");
+  TagList tags = EntityHead("LINE", line.layer, line.colour, "AcDbLine", {line.linetype, line.lineweight});
   StringStore& strings = doc_->strings();
   for (auto [code, p] : {std::pair{10, line.start}, std::pair{11, line.end}}) {
     tags.emplace_back(code, strings.Keep(FormatDouble(p.x)));
@@ -377,6 +390,44 @@ ObjectId DxfDrawing::AddLine(const LineEntity& line) {
     tags.emplace_back(code + 20, strings.Keep(FormatDouble(p.z)));
   }
   return AddEntity(std::move(tags));
+}
+
+EditResult DxfDrawing::MoveLineEnd(ObjectId id, LineEnd end, const Point3& to) {
+  const EntityRecord* rec = Record(id);
+  // Model space only: the boxes of a block's references are not computed again.
+  if (!rec || rec->type != "LINE" || rec->block >= 0) return EditResult::NotFound;
+  if (LayerOf(id.value - 1).locked) return EditResult::OnLockedLayer;
+  uint32_t index = id.value - 1;
+  TagList& tags = doc_->Edit(index);
+  const int x = end == LineEnd::Start ? 10 : 11;
+  auto entityEnd = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 1001; });
+  auto at = [&](int code) { return std::find_if(tags.begin(), entityEnd, [code](const EditTag& t) { return t.code == code; }); };
+  for (auto [code, value] : {std::pair{x, to.x}, std::pair{x + 10, to.y}, std::pair{x + 20, to.z}}) {
+    auto found = at(code);
+    if (found != entityEnd) {
+      found->Set(doc_->strings().Keep(FormatDouble(value)));
+    } else if (value != 0) {
+      // A 2D line of an old file may leave its Z out: it goes after the Y.
+      auto y = at(code - 10);
+      tags.insert(y == entityEnd ? entityEnd : y + 1, EditTag(code, doc_->strings().Keep(FormatDouble(value))));
+      entityEnd = std::find_if(tags.begin(), tags.end(), [](const EditTag& t) { return t.code == 1001; });
+    }
+  }
+  doc_->Commit(index);
+  Moved(index);
+  return EditResult::Ok;
+}
+
+// The entity's extents are computed anew, and the window index looks at it where it now lies.
+void DxfDrawing::Moved(uint32_t index) {
+  {
+    std::lock_guard lock(extentsMutex_);
+    if (extents_) extents_->Forget(index);
+  }
+  if (!indexCache_.ready()) return;
+  auto item = std::lower_bound(indexedRecords_.begin(), indexedRecords_.end(), index);
+  if (item != indexedRecords_.end() && *item == index)
+    index_->Insert(static_cast<uint32_t>(item - indexedRecords_.begin()), WindowBox(index));
 }
 
 bool DxfDrawing::IsLayerLocked(TextView layer) const {

@@ -41,6 +41,7 @@ class DxfDrawing : public Drawing {
   ObjectId FindHandle(TextView handle) const override;
   ObjectId AddText(const TextEntity& text) override;
   ObjectId AddLine(const LineEntity& line) override;
+  EditResult MoveLineEnd(ObjectId id, LineEnd end, const Point3& to) override;
   bool IsLayerLocked(TextView layer) const override;
   void SetLayerLocked(TextView layer, bool locked) override;
   std::optional<XDataLines> ReadXData(ObjectId id, TextView application) const override;
@@ -64,7 +65,13 @@ class DxfDrawing : public Drawing {
   bool SpellsOutByLayer(const EditTag& pair) const;
   void InsertColour(uint32_t index, TagList& tags, int colour);
   ObjectId AddEntity(dxf::TagList tags);
-  dxf::TagList EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass);
+  struct LineStyle {
+    TextView linetype;  // empty: by layer
+    int lineweight = kLineweightByLayer;
+  };
+  dxf::TagList EntityHead(std::string_view type, TextView layer, int colour, std::string_view subclass,
+                          const LineStyle& style);
+  void Moved(uint32_t index);
   void EnsureLayer(TextView layer);
 
   std::unique_ptr<Document> doc_;

@@ -270,6 +270,11 @@ Box ExtentsCalculator::BoxOf(uint32_t index) {
   return box;
 }
 
+void ExtentsCalculator::Forget(uint32_t index) {
+  if (index < known_.size()) known_[index] = 0;
+  if (textPointOf_ == index) textPointOf_ = UINT32_MAX;
+}
+
 void ExtentsCalculator::Adopt(std::vector<Box> boxes, std::vector<char> known) {
   if (boxes_.empty()) {
     boxes_ = std::move(boxes), known_ = std::move(known);

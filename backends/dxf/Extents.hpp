@@ -23,7 +23,7 @@ class ExtentsCalculator {
 
   // Nothing for an entity without geometry (or an unknown index).
   std::optional<Extents> Of(uint32_t index);
-  // Computed once per entity: the drawing's geometry does not change once read.
+  // Computed once per entity, again only after Forget.
   Box BoxOf(uint32_t index);
   // The extents with a text's insertion point: what a window query looks at.
   Box WindowBoxOf(uint32_t index);
@@ -31,6 +31,8 @@ class ExtentsCalculator {
   // window box from the box just computed.
   Box Fresh(uint32_t index);
   Box WindowBoxFrom(uint32_t index, Box box);
+  // The entity's geometry changed: its box is computed again when next asked for.
+  void Forget(uint32_t index);
   // Takes the boxes other calculators of the same document computed: boxes[i] wherever known[i].
   void Adopt(std::vector<Box> boxes, std::vector<char> known);
 

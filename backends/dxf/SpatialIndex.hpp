@@ -23,6 +23,7 @@ class SpatialIndex {
   // query returns.
   explicit SpatialIndex(std::vector<FlatBox> boxes);
 
+  // A new item, or an item that moved: its box is replaced and it is looked at wherever it lies.
   void Insert(uint32_t item, const Box& box);
   // Every item whose box meets the rectangle (and every item without a box), ascending.
   std::vector<uint32_t> Query(double minX, double minY, double maxX, double maxY) const;

@@ -4,6 +4,7 @@
 
 #include "drawing/EntityScan.hpp"
 #include "drawing/Geometry2d.hpp"
+#include "drawing/LockedLayer.hpp"
 
 namespace tq {
 
@@ -138,10 +139,7 @@ void FrameTexts(Drawing& drawing, const FramePolygon& polygon, FrameTextMode mod
       if (text) *text = entity->string;
       continue;
     }
-    if (drawing.Erase(id) != EditResult::OnLockedLayer) continue;
-    drawing.SetLayerLocked(entity->layer, false);
-    drawing.Erase(id);
-    drawing.SetLayerLocked(entity->layer, true);
+    EditEvenIfLocked(drawing, id, [&] { return drawing.Erase(id); });
   }
 }
 

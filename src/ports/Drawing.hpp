@@ -55,11 +55,20 @@ struct TextEntity {
   int colour = kColourByLayer;
 };
 
+// Lineweight in hundredths of a millimetre, or one of these.
+inline constexpr int kLineweightByLayer = -1;
+inline constexpr int kLineweightByBlock = -2;
+inline constexpr int kLineweightDefault = -3;
+
 struct LineEntity {
   Point3 start, end;
   Text layer;
   int colour = kColourByLayer;
+  Text linetype;  // empty: by layer
+  int lineweight = kLineweightByLayer;
 };
+
+enum class LineEnd { Start, End };
 
 // TooLarge: the extended data would pass the format's per-object limit; nothing was changed.
 enum class EditResult { Ok, OnLockedLayer, NotFound, TooLarge };
@@ -100,6 +109,8 @@ class Drawing {
 
   virtual ObjectId AddText(const TextEntity& text) = 0;
   virtual ObjectId AddLine(const LineEntity& line) = 0;
+  // Moves one end point of a LINE; the other stays.
+  virtual EditResult MoveLineEnd(ObjectId id, LineEnd end, const Point3& to) = 0;
 
   virtual bool IsLayerLocked(TextView layer) const = 0;
   virtual void SetLayerLocked(TextView layer, bool locked) = 0;

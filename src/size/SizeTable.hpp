@@ -25,7 +25,7 @@ struct DrawnSizeTable {
   ObjectId topLine;
   std::vector<ObjectId> columnLines;  // left to right
   std::vector<ObjectId> rowLines;     // top to bottom, the top line first
-  double left = 0, right = 0, top = 0;
+  double left = 0, right = 0, top = 0;  // the top line's two ends and its Y
   double rowPitch = 0;  // from the first two row lines, or the row spacing setting
 };
 

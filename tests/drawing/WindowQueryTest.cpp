@@ -58,7 +58,7 @@ TEST(WindowQuery, SelectionThroughTheIndexEqualsTheFullWalkOnRandomDrawings) {
     Scene f(RandomEntities(random, 400));
     // Entities added after the index was built are found as well.
     f.drawing->SelectWindow({}, {0, 0, 1, 1});
-    for (int k = 0; k < 20; ++k) f.drawing->AddLine({{k * 1000.0, 500, 0}, {k * 1000.0 + 50, 600, 0}, u"0", 256});
+    for (int k = 0; k < 20; ++k) f.drawing->AddLine({{k * 1000.0, 500, 0}, {k * 1000.0 + 50, 600, 0}, u"0", 256, u"", kLineweightByLayer});
     f.drawing->Erase(f.drawing->SelectAll({}).front());
     FrameGrid grid;
     for (int r = 0; r < 3; ++r)

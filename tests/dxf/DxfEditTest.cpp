@@ -125,7 +125,7 @@ TEST(DxfEdit, NewApplicationIsRegistered) {
 TEST(DxfEdit, NewEntityGetsAFreshHandleFromHandSeedWhichIsAdvanced) {
   std::string original = R12Drawing(LineTags("A1", 0, 0, 10, 10));
   auto drawing = FromText(original);
-  ObjectId added = drawing->AddLine({{1, 2, 0}, {3, 4, 0}, u"0", 256});
+  ObjectId added = drawing->AddLine({{1, 2, 0}, {3, 4, 0}, u"0", 256, u"", kLineweightByLayer});
   EXPECT_EQ(drawing->Handle(added), u"1000");
   ObjectId text = drawing->AddText({u"新規", {5, 6, 0}, 350, 1, 0, u"5", 256});
   EXPECT_EQ(drawing->Handle(text), u"1001");
@@ -140,7 +140,7 @@ TEST(DxfEdit, NewEntityGetsAFreshHandleFromHandSeedWhichIsAdvanced) {
 
 TEST(DxfEdit, NewEntityOnAMissingLayerAddsTheLayer) {
   auto drawing = FromText(R12Drawing({}));
-  drawing->AddLine({{0, 0, 0}, {1, 1, 0}, u"新しい層", 256});
+  drawing->AddLine({{0, 0, 0}, {1, 1, 0}, u"新しい層", 256, u"", kLineweightByLayer});
   auto reopened = dxf::Document::Read(drawing->document().Serialize()).value();
   EXPECT_TRUE(reopened->FindLayer(u"新しい層"));
 }

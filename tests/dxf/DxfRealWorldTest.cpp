@@ -72,7 +72,7 @@ TEST(DxfRealWorld, NewHandlesAreAboveEveryHandleInUseWhateverHandSeedSays) {
   auto drawing = Strict(bytes);
   EXPECT_EQ(drawing->document().fileHandSeed(), 0x20u);
   EXPECT_EQ(drawing->document().highestHandle(), 0xA2u);
-  ObjectId added = drawing->AddLine({{0, 0, 0}, {2, 2, 0}, u"0", 256});
+  ObjectId added = drawing->AddLine({{0, 0, 0}, {2, 2, 0}, u"0", 256, u"", kLineweightByLayer});
   EXPECT_EQ(drawing->Handle(added), u"A3");
   // The seed written is past the handle given out.
   std::string saved = drawing->document().Serialize();

@@ -62,7 +62,7 @@ TEST_P(EzdxfInterop, DrawingWeWriteIsReadByEzdxfWithTheSameDataAndPassesItsAudit
   ASSERT_EQ(drawing->WriteXData(sheet, u"TQ_STDINF01", record), EditResult::Ok);
   ASSERT_EQ(drawing->WriteXData(sheet, u"TQ_STDINF03", {u"三番目"}), EditResult::Ok);
   ASSERT_EQ(drawing->WriteXData(line, u"TQ_STDCHECK", {u"256"}), EditResult::Ok);
-  ObjectId newLine = drawing->AddLine({{0, 0, 0}, {28000, 19800, 0}, u"枠", 256});
+  ObjectId newLine = drawing->AddLine({{0, 0, 0}, {28000, 19800, 0}, u"枠", 256, u"", kLineweightByLayer});
   ObjectId newText = drawing->AddText({u"追加-１", {100, 200, 0}, 350, 0.8, 0, u"5", 256});
   ASSERT_EQ(drawing->Erase(arc), EditResult::Ok);
   ASSERT_TRUE(drawing->Save());

@@ -5,12 +5,19 @@
                                         reads, with records on a sheet-number text
   ezdxf_tool.py read IN.dxf             prints what ezdxf reads, one entity a line, and
                                         the errors of its audit
+  ezdxf_tool.py geometry IN.dxf X1 Y1 X2 Y2
+                                        prints the model-space TEXTs whose insertion point
+                                        and LINEs whose both ends lie in the window, and the
+                                        errors of the audit
 
 Output lines (fields separated by tabs; tab, newline and backslash escaped):
   E handle type layer colour text
   X handle application line
   A application                (a registered application)
   AUDIT errors fixes
+Lines of geometry:
+  T handle layer colour x y height width-factor halign valign text
+  L handle layer colour linetype lineweight x1 y1 x2 y2
 """
 import sys
 
@@ -115,10 +122,33 @@ def read(path):
         print('AUDIT-ERROR\t' + esc(error.message))
 
 
+def geometry(path, x1, y1, x2, y2):
+    doc = ezdxf.readfile(path)
+
+    def inside(p):
+        return x1 <= p[0] <= x2 and y1 <= p[1] <= y2
+
+    for e in doc.modelspace():
+        d = e.dxf
+        colour = str(d.get('color', 256))
+        if e.dxftype() == 'TEXT' and inside(d.insert):
+            print('\t'.join(['T', d.handle, esc(d.layer), colour, repr(d.insert[0]), repr(d.insert[1]), repr(d.height),
+                             repr(d.get('width', 1.0)), str(d.get('halign', 0)), str(d.get('valign', 0)), esc(d.text)]))
+        elif e.dxftype() == 'LINE' and inside(d.start) and inside(d.end):
+            print('\t'.join(['L', d.handle, esc(d.layer), colour, esc(d.get('linetype', '')), str(d.get('lineweight', -1)),
+                             repr(d.start[0]), repr(d.start[1]), repr(d.end[0]), repr(d.end[1])]))
+    auditor = doc.audit()
+    print('AUDIT\t%d\t%d' % (len(auditor.errors), len(auditor.fixes)))
+    for error in auditor.errors:
+        print('AUDIT-ERROR\t' + esc(error.message))
+
+
 if __name__ == '__main__':
     if sys.argv[1] == 'write':
         write(sys.argv[2], sys.argv[3])
     elif sys.argv[1] == 'read':
         read(sys.argv[2])
+    elif sys.argv[1] == 'geometry':
+        geometry(sys.argv[2], *map(float, sys.argv[3:7]))
     else:
         sys.exit('usage: ezdxf_tool.py write VERSION OUT | read IN')
