@@ -41,7 +41,15 @@ struct Workbench {
       box->button(button)->click();
     });
   }
+  // A copy of the example drawing: an open drawing is locked beside its file, which must not
+  // happen in the source tree that other tests copy at the same time.
+  std::filesystem::path Example() {
+    std::filesystem::path copy = examples.path() / "設備標準図.dxf";
+    if (!std::filesystem::exists(copy)) std::filesystem::copy_file(kExample, copy);
+    return copy;
+  }
   QApplication& app = QtApp();
+  TempDir examples;  // outlives the window and the locks of its tabs
   MainWindow window;
   QString asked;
 };
@@ -182,15 +190,15 @@ TEST(Workbench, ADrawingAnotherWriterHeldAtOpeningIsNotSavedInPlaceAndTheHolderI
 
 TEST(Workbench, AnUnchangedDrawingClosesWithoutAsking) {
   Workbench w;
-  w.Open(kExample);
+  w.Open(w.Example());
   EXPECT_TRUE(w.window.CloseTab(0));
   EXPECT_EQ(w.window.tabCount(), 0);
-  EXPECT_TRUE(w.window.recentFiles().contains(QString::fromStdU16String(kExample.u16string())));
+  EXPECT_TRUE(w.window.recentFiles().contains(QString::fromStdU16String(w.Example().u16string())));
 }
 
 TEST(Workbench, APointPromptIsAnsweredByAClickOnTheCanvas) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   DrawingView& canvas = tab->view();
   QPointF at(200, 150);
   QTimer::singleShot(0, &canvas, [&] {
@@ -209,7 +217,7 @@ TEST(Workbench, APointPromptIsAnsweredByAClickOnTheCanvas) {
 
 TEST(Workbench, EscCancelsAPointPrompt) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   QTimer::singleShot(0, &tab->view(), [&] {
     QKeyEvent esc(QEvent::KeyPress, Qt::Key_Escape, {});
     QApplication::sendEvent(&tab->view(), &esc);
@@ -219,7 +227,7 @@ TEST(Workbench, EscCancelsAPointPrompt) {
 
 TEST(Workbench, TheCommandHookRunsOnTheCurrentDrawing) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   w.window.RunCommand(QStringLiteral("tq_std_inf"));
   EXPECT_TRUE(w.window.panel().history().contains(QStringLiteral("TQ_STD_INF is not available")));
   DrawingTab* ranOn = nullptr;
@@ -234,7 +242,7 @@ TEST(Workbench, TheCommandHookRunsOnTheCurrentDrawing) {
 
 TEST(Workbench, ZoomCommandsFromThePanel) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   tab->view().ZoomWindow({0, 0}, {1, 1});
   double close = tab->view().viewport().scale();
   w.window.panel().input().setText(QStringLiteral("zoom e"));
