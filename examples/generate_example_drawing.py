@@ -127,20 +127,22 @@ def frame(msp, row, col):
 
 
 def size_table(msp, bx, by, rows):
-    """A drawn size table: its top line starts at the base point on layer 4."""
+    """A drawn size table: a heading row, then the size rows, whose top line starts at the base
+    point on layer 4 (the size dialog reads and redraws the rows below that line)."""
     columns = [0, 2200, 3400, 4600, 5800, 7000]
     pitch = 500
-    msp.add_point((bx, by), dxfattribs={'layer': '4'})
     heads = ['記号', '①', '②', '③', '台数']
-    bottom = by - pitch * (len(rows) + 1)
+    top = by + pitch
+    bottom = by - pitch * len(rows)
+    msp.add_point((bx, by), dxfattribs={'layer': '4'})
     for k, x in enumerate(columns):
-        msp.add_line((bx + x, by), (bx + x, bottom), dxfattribs={'layer': '表'})
+        msp.add_line((bx + x, top), (bx + x, bottom), dxfattribs={'layer': '表'})
     for r in range(len(rows) + 2):
-        msp.add_line((bx, by - r * pitch), (bx + columns[-1], by - r * pitch), dxfattribs={'layer': '表'})
+        msp.add_line((bx, top - r * pitch), (bx + columns[-1], top - r * pitch), dxfattribs={'layer': '表'})
     for k, head in enumerate(heads):
-        msp.add_text(head, dxfattribs={'layer': '表', 'insert': (bx + columns[k] + 100, by - pitch + 100), 'height': 300})
+        msp.add_text(head, dxfattribs={'layer': '表', 'insert': (bx + columns[k] + 100, by + 100), 'height': 300})
     for r, (symbol, sizes, count) in enumerate(rows, start=1):
-        y = by - (r + 1) * pitch + 100
+        y = by - r * pitch + 100
         msp.add_text(symbol, dxfattribs={'layer': '表', 'insert': (bx + 100, y), 'height': 300})
         for k, size in enumerate(sizes):
             if size:

@@ -5,6 +5,9 @@
 
 #include "common/StandaloneHostServices.hpp"
 #include "site/Folders.hpp"
+#if TQ_HAVE_CALC
+#include "calc/CalcWorkbook.hpp"
+#endif
 
 namespace tq::cli {
 
@@ -12,6 +15,11 @@ struct Context {
   std::unique_ptr<CodePage> codePage;  // the system code page
   std::unique_ptr<StandaloneHostServices> host;
   std::unique_ptr<Folders> folders;
+#if TQ_HAVE_CALC
+  // The size workbooks' engine: one office for the whole run, started at its first use.
+  std::unique_ptr<calc::CalcEngine> engine;
+  std::unique_ptr<calc::CalcWorkbook> workbook;
+#endif
   std::ostream* out = nullptr;
 };
 

@@ -33,6 +33,11 @@ Context MakeContext(const GlobalOptions& options) {
     throw UserError(e.what());
   }
   context.folders = std::make_unique<Folders>(*context.host, *context.codePage);
+#if TQ_HAVE_CALC
+  context.engine = std::make_unique<calc::CalcEngine>();
+  context.workbook = std::make_unique<calc::CalcWorkbook>(*context.engine);
+  context.host->SetSizeWorkbook(context.workbook.get());
+#endif
   context.out = &std::cout;
   return context;
 }

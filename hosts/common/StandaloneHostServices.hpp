@@ -19,10 +19,14 @@ class StandaloneHostServices : public HostServices {
 
   Text HostIniFile() const override { return iniFile_; }
   std::optional<Text> ConfigData(TextView section, TextView key) const override;
+  Workbook* SizeWorkbook() const override { return workbook_; }
+  // The host's engine; it outlives these services' use.
+  void SetSizeWorkbook(Workbook* workbook) { workbook_ = workbook; }
 
  private:
   Text iniFile_;
   const CodePage& codePage_;
+  Workbook* workbook_ = nullptr;
 };
 
 }  // namespace tq

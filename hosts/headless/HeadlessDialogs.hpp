@@ -4,16 +4,11 @@
 #include <memory>
 #include <vector>
 
+#include "common/DialogMetrics.hpp"
 #include "common/ScriptRunner.hpp"
 #include "headless/HeadlessWindow.hpp"
 
 namespace tq::headless {
-
-// The metric of the headless host: the dialog base units of the stand-in font (IPA PGothic,
-// 9 points at 96 dpi: 7 × 13 pixels), which the Qt host measures, so list widths agree in
-// both transcripts.
-inline constexpr int kBaseUnitX = 7;
-inline constexpr int kBaseUnitY = 13;
 
 class HeadlessDialogs : public DialogHost {
  public:
@@ -37,10 +32,8 @@ class HeadlessDialogs : public DialogHost {
   void Quiet() { quiet_ = true; }
 
  private:
+  class Actions;
   HeadlessWindow* OpenDialog(int templateId);
-  std::optional<Text> Click(HeadlessWindow& window, ControlState& control);
-  std::optional<Text> Select(HeadlessWindow& window, ControlState& control, TextView what);
-  std::optional<Text> Type(HeadlessWindow& window, ControlState& control, TextView text);
   void Dump(HeadlessWindow& window, std::optional<int> control);
 
   ScriptRunner& runner_;

@@ -40,7 +40,4 @@ class HeadlessEditor : public Editor {
   Transcript& transcript_;
 };
 
-// The message a save-file dialog asks before it replaces an existing file.
-Text OverwriteQuestion(TextView path);
-
 }  // namespace tq::headless

@@ -1,6 +1,6 @@
 #include "headless/HeadlessWindow.hpp"
 
-#include "dialog/DialogUnits.hpp"
+#include "common/DialogMetrics.hpp"
 #include "headless/HeadlessDialogs.hpp"
 
 namespace tq::headless {
@@ -147,11 +147,9 @@ std::vector<ListColumn> HeadlessWindow::ListColumns(int id) const {
   const ControlState* c = Control(id);
   return c ? c->columns : std::vector<ListColumn>();
 }
-// The list's width in pixels by the Windows rule for the stand-in font, less its border.
 int HeadlessWindow::ListClientWidth(int id) const {
   const ControlState* c = Control(id);
-  if (!c) return 0;
-  return dialog::DialogXToPixels(c->control->cx, {kBaseUnitX, kBaseUnitY}) - 4;
+  return c ? tq::ListClientWidth(c->control->cx) : 0;
 }
 void HeadlessWindow::ListDeleteAll(int id) {
   if (ControlState* c = Control(id)) {

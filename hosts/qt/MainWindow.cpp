@@ -11,6 +11,8 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include "qt/WorkbenchAddIn.hpp"
+
 namespace tq::qt {
 
 namespace {
@@ -48,6 +50,18 @@ MainWindow::MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent)
   });
   BuildMenus();
   resize(1280, 860);
+}
+
+MainWindow::~MainWindow() = default;
+
+WorkbenchAddIn& MainWindow::addIn() {
+  if (!addIn_) addIn_ = std::make_unique<WorkbenchAddIn>(*this);
+  return *addIn_;
+}
+
+void MainWindow::SetPickActive(bool active) {
+  pickActive_ = active;
+  if (addIn_) addIn_->PromptWaiting(active);
 }
 
 void MainWindow::BuildMenus() {
@@ -154,6 +168,7 @@ bool MainWindow::CloseTab(int index) {
     if (answer == QMessageBox::Cancel) return false;
     if (answer == QMessageBox::Yes && !SaveTab(*t)) return false;
   }
+  if (addIn_) addIn_->documents().Closing(*t);
   tabs_->removeTab(index);
   delete t;
   return true;
@@ -166,10 +181,9 @@ void MainWindow::RunCommand(const QString& typed) {
   if (command == QStringLiteral("TQ_STD_INF")) {
     if (!tab || !tab->ready()) {
       panel_->Print(QStringLiteral("Open a drawing first.\n"));
-    } else if (!runner_) {
-      panel_->Print(QStringLiteral("TQ_STD_INF is not available in this build of the workbench.\n"));
     } else {
-      runner_(*tab, editor_, host_);
+      if (runner_) runner_(*tab, editor_, host_);
+      else addIn().RunCommand();
       if (tab->drawing() && tab->drawing()->document().modified()) {
         tab->MarkChanged();
         editor_.UpdateDisplay();

@@ -18,6 +18,8 @@ class QMenu;
 
 namespace tq::qt {
 
+class WorkbenchAddIn;
+
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
@@ -28,6 +30,7 @@ class MainWindow : public QMainWindow {
 
   // `systemCodePage`: of the installation's text files, handed to what reads them.
   MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent = nullptr);
+  ~MainWindow() override;
 
   // Opens a drawing in a new tab (or shows the tab that has it open).
   DrawingTab* OpenDrawing(const std::filesystem::path& path);
@@ -36,7 +39,10 @@ class MainWindow : public QMainWindow {
   bool SaveTab(DrawingTab& tab);
   bool SaveTabAs(DrawingTab& tab);
 
+  // Without a runner attached, "TQ_STD_INF" runs the add-in below.
   void SetCommandRunner(CommandRunner runner) { runner_ = std::move(runner); }
+  // The add-in with the workbench's dialogs, boxes and documents, made on first use.
+  WorkbenchAddIn& addIn();
   // A command as typed in the panel.
   void RunCommand(const QString& text);
 
@@ -46,10 +52,13 @@ class MainWindow : public QMainWindow {
   CommandPanel& panel() { return *panel_; }
   Editor& editor() { return editor_; }
   HostServices& host() { return host_; }
+  // The engine the size setting dialog works through; it outlives the window's use of it.
+  void SetSizeWorkbook(Workbook* workbook) { host_.SetSizeWorkbook(workbook); }
   const CodePage& systemCodePage() const { return codePage_; }
   QStringList recentFiles() const;
   QLabel& coordinates() { return *coordinates_; }
-  void SetPickActive(bool active) { pickActive_ = active; }
+  // A point prompt waits (or no longer): the panel and the dialogs leave the input to it.
+  void SetPickActive(bool active);
   // No message boxes for failures (they go to the panel only): for unattended runs.
   void SetQuiet(bool quiet) { quiet_ = quiet; }
 
@@ -78,6 +87,7 @@ class MainWindow : public QMainWindow {
   QProgressBar* progress_;
   QMenu* recentMenu_ = nullptr;
   CommandRunner runner_;
+  std::unique_ptr<WorkbenchAddIn> addIn_;
   bool pickActive_ = false;
   bool quiet_ = false;
 };

@@ -8,6 +8,9 @@
 
 #include "qt/Fonts.hpp"
 #include "qt/MainWindow.hpp"
+#if TQ_HAVE_CALC
+#include "calc/CalcWorkbook.hpp"
+#endif
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
@@ -44,6 +47,12 @@ int main(int argc, char** argv) {
   }
   tq::qt::InstallFontSubstitutions();
   tq::qt::MainWindow window(hostIni, std::move(*systemCodePage));
+#if TQ_HAVE_CALC
+  // The size workbooks' engine: one office for the session, started at its first use.
+  tq::calc::CalcEngine engine;
+  tq::calc::CalcWorkbook workbook(engine);
+  window.SetSizeWorkbook(&workbook);
+#endif
   window.SetQuiet(!grab.empty());
   window.show();
   int pending = static_cast<int>(drawings.size());

@@ -106,4 +106,19 @@ Status WriteInfoRecords(Drawing& drawing, ObjectId text, const StdInfRecords& re
   return {};
 }
 
+void RemoveInfoRecords(Drawing& drawing, ObjectId text) {
+  for (int n = 1; drawing.ReadXData(text, InfoRecordName(n)); ++n) drawing.RemoveXData(text, InfoRecordName(n));
+}
+
+Status WriteInfoRecordLines(Drawing& drawing, ObjectId text, int number, const XDataLines& lines) {
+  Text name = InfoRecordName(number);
+  switch (drawing.WriteXData(text, name, lines)) {
+    case EditResult::Ok: return {};
+    case EditResult::OnLockedLayer: return MakeError(ErrorCode::Locked, u"the sheet-number text lies on a locked layer: " + name + u" was not written");
+    case EditResult::NotFound: return MakeError(ErrorCode::NotFound, u"the sheet-number text is gone: " + name + u" was not written");
+    case EditResult::TooLarge: break;
+  }
+  return MakeError(ErrorCode::TooLarge, name + u" would pass the limit of extended data on one drawing object");
+}
+
 }  // namespace tq

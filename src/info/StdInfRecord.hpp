@@ -55,4 +55,11 @@ int CountInfoRecords(const Drawing& drawing, ObjectId text);
 // per-object limit of extended data.
 Status WriteInfoRecords(Drawing& drawing, ObjectId text, const StdInfRecords& records, int countAtOpening);
 
+// Removes the records from "TQ_STDINF01" on, going on while the next number is held; the
+// caller holds the drawing's write lock.
+void RemoveInfoRecords(Drawing& drawing, ObjectId text);
+// Stores one record under its number as the lines stand, replacing what it held; an error
+// when the lines would pass the per-object limit of extended data.
+Status WriteInfoRecordLines(Drawing& drawing, ObjectId text, int number, const XDataLines& lines);
+
 }  // namespace tq

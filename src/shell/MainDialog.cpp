@@ -6,6 +6,7 @@
 #include "shell/AddIn.hpp"
 #include "takeoff/CollectInfJob.hpp"
 #include "shell/TakeoffCheck.hpp"
+#include "size/SizeDlg.hpp"
 
 namespace tq {
 
@@ -64,11 +65,24 @@ void CMainDlg::OnSet() {
   std::optional<DrawingContext> workflow = WorkflowContext();
   if (!workflow) return;
   const DrawingContext& context = *workflow;
-  std::optional<Picked> picked = PickStandardDrawing(context);
-  if (!picked) return;
-  Text name;
-  if (ReadSheetName(context.drawing, picked->sheetText, name)) SetDlgItemText(IDC_SHEET_NAME, name);
-  // The size setting dialog opens here on the picked frame.
+  for (;;) {
+    std::optional<Picked> picked = PickStandardDrawing(context);
+    if (!picked) return;
+    Text name;
+    if (ReadSheetName(context.drawing, picked->sheetText, name)) SetDlgItemText(IDC_SHEET_NAME, name);
+    auto created = std::make_unique<CSizeDlg>(context, picked->sheetText, picked->frame, addIn_.folders(),
+                                              addIn_.dialogServices(), addIn_.sizeDialog());
+    CSizeDlg& size = *created;
+    addIn_.sizeDialog() = std::move(created);
+    size.Create();
+    if (size.Initialise()) {
+      size.ShowWindow(true);
+      return;
+    }
+    size.DestroyWindow();
+    addIn_.sizeDialog().reset();
+    context.editor.Print(u"\n");
+  }
 }
 
 void CMainDlg::OnInfoCheck() {

@@ -8,8 +8,6 @@ namespace tq {
 
 class TqAddIn;
 
-inline constexpr char16_t kNoDataFolderMessage[] = u"Excelﾌｧｲﾙのﾊﾟｽが設定されていません.";
-
 class CMainDlg : public dialog::Dialog {
  public:
   explicit CMainDlg(TqAddIn& addIn);

@@ -8,6 +8,9 @@
 
 namespace tq {
 
+// The data folder holds the workbooks: without it the workflows and the size dialogs stop with this.
+inline constexpr char16_t kNoDataFolderMessage[] = u"Excelﾌｧｲﾙのﾊﾟｽが設定されていません.";
+
 // A value of the host ini, as the suite's environment reader gives it: nothing when the key
 // cannot be read.
 std::optional<Text> ReadHostSetting(TextView iniPath, TextView section, TextView key, const CodePage& systemCodePage);

@@ -112,8 +112,9 @@ Text SizeColumnValue(const SizeRowValues& row, size_t index, size_t columnCount)
 
 Status RegisterSizeRows(Workbook& workbook, TextView path, const SizeImportResult& import,
                         const WorkbookValues& values, const std::vector<SizeRowValues>& rows,
-                        Progress& progress, const RecordSink& record) {
+                        Progress& progress, const RecordSink& record, const std::function<void()>& opened) {
   if (Status status = OpenSizeWorkbook(workbook, path, progress); !status) return status;
+  if (opened) opened();
   RowRegistration registration(workbook, import, values, progress);
   Status outcome;
   for (size_t i = 0; i < rows.size() && outcome; ++i) {

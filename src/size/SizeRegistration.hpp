@@ -29,12 +29,12 @@ Text SizeColumnValue(const SizeRowValues& row, size_t index, size_t columnCount)
 // Takes one record's lines, for the dialog row given (1-based); an error ends the registration.
 using RecordSink = std::function<Status(int dialogRow, std::vector<Text> lines)>;
 
-// Opens the workbook, writes and reads row by row, calling `record` for each row that gives a
-// record, and quits the engine, also on failure. The failures carry the messages to show:
+// Opens the workbook, calls `opened` once it is open, writes and reads row by row, calling
+// `record` for each row that gives a record, and quits the engine, also on failure. The failures carry the messages to show:
 // "Excelの初期化に失敗しました。", "Excelﾌｧｲﾙがｵｰﾌﾟﾝ出来ません。", the write and read failures
 // with their "(%d)", or the sink's own error.
 Status RegisterSizeRows(Workbook& workbook, TextView path, const SizeImportResult& import,
                         const WorkbookValues& values, const std::vector<SizeRowValues>& rows,
-                        Progress& progress, const RecordSink& record);
+                        Progress& progress, const RecordSink& record, const std::function<void()>& opened = {});
 
 }  // namespace tq

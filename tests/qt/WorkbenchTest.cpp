@@ -8,6 +8,7 @@
 
 #include "base/os/Os.hpp"
 #include "qt/MainWindow.hpp"
+#include "qt/WorkbenchAddIn.hpp"
 #include "support/QtApp.hpp"
 #include "support/DxfText.hpp"
 #include "support/TempDir.hpp"
@@ -225,11 +226,15 @@ TEST(Workbench, EscCancelsAPointPrompt) {
   EXPECT_EQ(w.window.editor().GetPoint(u"点: ").status, PickStatus::Cancel);
 }
 
-TEST(Workbench, TheCommandHookRunsOnTheCurrentDrawing) {
+TEST(Workbench, TheCommandRunsTheAddInOrTheHookAttached) {
   Workbench w;
   DrawingTab* tab = w.Open(w.Example());
   w.window.RunCommand(QStringLiteral("tq_std_inf"));
-  EXPECT_TRUE(w.window.panel().history().contains(QStringLiteral("TQ_STD_INF is not available")));
+  QtDialogWindow* main = w.window.addIn().dialogs().OpenDialog(200);
+  ASSERT_NE(main, nullptr);
+  EXPECT_FALSE(main->modal());
+  EXPECT_EQ(main->Caption(), u"標準図積算");
+  main->End(kIdCancel);
   DrawingTab* ranOn = nullptr;
   w.window.SetCommandRunner([&](DrawingTab& t, Editor& editor, HostServices& host) {
     ranOn = &t;

@@ -140,10 +140,10 @@ TEST(MainDialog, AfterTheWarningBoxTheOldColoursAreBackWhetherOkOrCancel) {
 TEST(MainDialog, TheSheetNameEditKeepsItsTextUntilTheNextSuccessfulSetPick) {
   Scene s(TwoSheets());
   ScriptRun run = RunScript(*s.drawing, *s.site.folders,
-                            "command TQ_STD_INF\nclick 200:201\npoint 1000 1000\ndump 200:200\n"
+                            "command TQ_STD_INF\nclick 200:201\npoint 1000 1000\nanswer OK\nescape\ndump 200:200\n"
                             "click 200:201\npoint 90000 1000\nescape\ndump 200:200\n"
                             "click 200:202\npoint 29000 1000\nanswer OK\ndump 200:200\n"
-                            "click 200:201\npoint 29000 1000\ndump 200:200\n");
+                            "click 200:201\npoint 29000 1000\nanswer OK\nescape\ndump 200:200\n");
   ASSERT_TRUE(run.ok) << run.All();
   const std::string m1 = R"({"event":"dump","dialog":200,"caption":"標準図積算","controls":[{"id":200,"kind":"edit","text":"M-1","enabled":true,"visible":true}]})";
   const std::string m2 = R"({"event":"dump","dialog":200,"caption":"標準図積算","controls":[{"id":200,"kind":"edit","text":"M-2","enabled":true,"visible":true}]})";

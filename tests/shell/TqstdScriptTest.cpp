@@ -12,6 +12,10 @@ std::string Example(const std::string& name) { return "'" + std::string(TQ_SOURC
 
 TEST(TqstdScript, TheExampleScriptsRunToTheirEndWithStatus0) {
   for (const char* name : {"拾い確認.txt", "情報確認.txt", "設定.txt"}) {
+#if !TQ_HAVE_CALC
+    // 設定 registers through the workbook engine, which this build leaves out.
+    if (std::string(name) == "設定.txt") continue;
+#endif
     SiteCopy copy;
     auto r = RunCommand(std::string(TQSTD_PATH) + " script " + copy.Drawing() + " " + Example(name) + copy.Ini() + " --no-save");
     EXPECT_EQ(r.status, 0) << name << "\n" << r.out;

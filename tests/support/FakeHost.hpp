@@ -15,6 +15,10 @@ class FakeHost : public HostServices {
     if (!exports_) return std::nullopt;
     return ReadProfileString(section, key, u"", ini_, codePage_);
   }
+  Workbook* SizeWorkbook() const override { return workbook; }
+
+  // The engine a test hands to the size setting dialog (a MemoryWorkbook, or LibreOffice).
+  Workbook* workbook = nullptr;
 
  private:
   Text ini_;

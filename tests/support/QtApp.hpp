@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QTimer>
+#include <functional>
 
 #include "qt/Fonts.hpp"
 
@@ -33,6 +34,15 @@ inline bool WaitForSignal(QObject* sender, const char* signal, int timeoutMs = 2
   timer.start(timeoutMs);
   came = loop.exec() == 0;
   return came;
+}
+
+// Runs `action` once `ready` holds, looking again every 10 ms for up to 20 s: for acting on a
+// box or dialog that a call about to be made will open.
+inline void WhenReady(std::function<bool()> ready, std::function<void()> action, int triesLeft = 2000) {
+  QTimer::singleShot(10, [ready = std::move(ready), action = std::move(action), triesLeft]() mutable {
+    if (ready()) action();
+    else if (triesLeft > 0) WhenReady(std::move(ready), std::move(action), triesLeft - 1);
+  });
 }
 
 }  // namespace tq::test
