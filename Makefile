@@ -50,6 +50,7 @@ fuzz: deps
 bench:
 	$(MAKE) build PRESET=release
 	./bench/run.sh build/release
+	./bench/run_dxf_info.sh build/release
 	./bench/run_frames.sh build/release
 	./bench/run_sizetable.sh build/release
 	./bench/run_takeoff.sh build/release

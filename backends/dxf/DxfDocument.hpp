@@ -13,6 +13,7 @@
 #include "base/Result.hpp"
 #include "base/os/Os.hpp"
 #include "base/Text.hpp"
+#include "dxf/Audit.hpp"
 #include "dxf/DxfCodec.hpp"
 #include "dxf/LargePages.hpp"
 #include "dxf/TagList.hpp"
@@ -28,8 +29,10 @@ struct Problem {
 
 // How a file is read: the code page of a drawing that names none in $DWGCODEPAGE, as the
 // Windows ANSI code page is to the programs that write such drawings.
+// `audit`: the recover read also runs the checks of Audit and lists what they find.
 struct ReadOptions {
   std::string systemCodePage = "CP932";
+  bool audit = false;
 };
 
 class Document;
@@ -38,6 +41,9 @@ class Document;
 struct Recovered {
   std::unique_ptr<Document> document;
   std::vector<Problem> problems;
+  std::vector<Finding> findings;  // the audit's, when asked for
+  XDataStats xdata;               // likewise
+  EntityCounts entities;          // likewise
 };
 
 inline constexpr uint32_t kNoSegment = UINT32_MAX;
@@ -181,7 +187,8 @@ class Document {
   friend class Loader;
   Document() = default;
   static std::unique_ptr<Document> LoadChecked(std::string bytes, bool recover, const ReadOptions& options,
-                                               std::optional<Error>& error, std::vector<Problem>& problems);
+                                               std::optional<Error>& error, std::vector<Problem>& problems,
+                                               Audit* audit = nullptr);
   // What a save adds to the file's tables.
   struct Insertions {
     std::vector<const TableEntry*> appIds, layers;

@@ -459,7 +459,7 @@ EditResult DxfDrawing::WriteXData(ObjectId id, TextView application, const XData
   // marking writes one to each of hundreds of thousands of entities.
   std::array<std::byte, 2048> room;
   std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
-  TagList group = XDataGroup(application, lines, doc_->codec(), doc_->strings(), &memory);
+  TagList group = XDataGroup(application, lines, doc_->codec(), doc_->strings(), &memory, &tags);
   if (XDataSizeWithout(tags, application, doc_->codec()) + XDataSize(group) > kXDataLimit) return EditResult::TooLarge;
   ReplaceXDataGroup(tags, application, std::move(group), doc_->codec());
   // AutoCAD refuses a drawing whose extended data names an unregistered application.

@@ -78,8 +78,8 @@ uint64_t ParseHandle(std::string_view v) {
 
 class Loader {
  public:
-  Loader(Document& doc, bool recover, std::string systemCodePage)
-      : doc_(doc), tagger_(doc.bytes_), recover_(recover), systemCodePage_(std::move(systemCodePage)) {}
+  Loader(Document& doc, bool recover, std::string systemCodePage, Audit* audit)
+      : doc_(doc), tagger_(doc.bytes_), recover_(recover), systemCodePage_(std::move(systemCodePage)), audit_(audit) {}
 
   void Run();
   // Where a strict read stopped; nothing when it read to the end.
@@ -114,6 +114,7 @@ class Loader {
   Tagger tagger_;
   bool recover_;
   std::string systemCodePage_;
+  Audit* audit_;
   std::optional<Error> error_;
   std::vector<Problem> problems_;
   Tag cur_;
@@ -135,6 +136,7 @@ bool Loader::Next() {
                                   " for group code " + std::to_string(cur_.code) + ", found \"" +
                                   std::string(cur_.value.substr(0, 40)) + "\"");
       }
+      if (audit_) audit_->OnTag(cur_);
       return have_ = !error_;
     }
     if (r == Tagger::Result::End) return have_ = false;
@@ -432,7 +434,8 @@ std::optional<Error> Unreadable(std::string_view bytes) {
 }  // namespace
 
 std::unique_ptr<Document> Document::LoadChecked(std::string bytes, bool recover, const ReadOptions& options,
-                                                std::optional<Error>& error, std::vector<Problem>& problems) {
+                                                std::optional<Error>& error, std::vector<Problem>& problems,
+                                                Audit* audit) {
   std::unique_ptr<Document> doc(new Document());
   doc->bytes_ = std::move(bytes);
   // Room for the pairs and entities of a typical file, so that neither list is copied as it
@@ -440,8 +443,9 @@ std::unique_ptr<Document> Document::LoadChecked(std::string bytes, bool recover,
   // touched and costs no memory.
   doc->pairs_.reserve(doc->bytes_.size() / 10);
   doc->records_.reserve(doc->bytes_.size() / 64);
-  Loader loader(*doc, recover, options.systemCodePage);
+  Loader loader(*doc, recover, options.systemCodePage, audit);
   loader.Run();
+  if (audit) audit->Finish(doc->bytes_);
   error = loader.error();
   problems = std::move(loader.problems());
   return doc;
@@ -460,7 +464,10 @@ Result<Recovered> Document::Recover(std::string bytes, const ReadOptions& option
   if (std::optional<Error> unreadable = Unreadable(bytes)) return *unreadable;
   std::optional<Error> error;
   Recovered recovered;
-  recovered.document = LoadChecked(std::move(bytes), true, options, error, recovered.problems);
+  std::optional<Audit> audit;
+  if (options.audit) audit.emplace();
+  recovered.document = LoadChecked(std::move(bytes), true, options, error, recovered.problems, audit ? &*audit : nullptr);
+  if (audit) recovered.findings = audit->findings(), recovered.xdata = audit->xdata(), recovered.entities = audit->entities();
   return recovered;
 }
 

@@ -23,6 +23,63 @@ std::pair<size_t, size_t> FindGroup(const Tags& tags, TextView application, cons
   return {tags.size(), tags.size()};
 }
 
+// A run of a group's tags: a line (a string, or the strings of a "{" … "}" list that holds
+// strings only), or what no line is made of (points, reals, integers, handles, a list holding
+// any of them or another list, a stray brace), which a rewrite keeps as it stands.
+struct Piece {
+  size_t begin, end;
+  bool line;
+};
+
+template <class Tags>
+std::vector<Piece> PiecesOf(const Tags& tags, size_t begin, size_t end) {
+  std::vector<Piece> pieces;
+  for (size_t i = begin; i < end;) {
+    if (tags[i].code == 1000) {
+      pieces.push_back({i, i + 1, true});
+      ++i;
+      continue;
+    }
+    if (tags[i].code != 1002 || TrimNumber(ValueOf(tags[i])) != "{") {
+      pieces.push_back({i, i + 1, false});
+      ++i;
+      continue;
+    }
+    // A list ends at its matching "}", or with the group when it is left open.
+    size_t j = i + 1;
+    bool strings = true;
+    for (int depth = 1; j < end && depth > 0; ++j) {
+      if (tags[j].code == 1000) continue;
+      std::string_view brace = TrimNumber(ValueOf(tags[j]));
+      if (tags[j].code == 1002 && brace == "}") --depth;
+      else strings = false, depth += (tags[j].code == 1002 && brace == "{") ? 1 : 0;
+    }
+    pieces.push_back({i, j, strings});
+    i = j;
+  }
+  return pieces;
+}
+
+template <class Tags>
+std::string JoinedStrings(const Tags& tags, const Piece& piece) {
+  std::string joined;
+  for (size_t i = piece.begin; i < piece.end; ++i)
+    if (tags[i].code == 1000) joined += ValueOf(tags[i]);
+  return joined;
+}
+
+// A line as one string, or as several inside a "{" … "}" pair when one string cannot hold it.
+void AppendLine(TagList& group, TextView line, const DxfCodec& codec, StringStore& store) {
+  std::string whole = codec.Encode(line);
+  if (whole.size() <= kXDataStringLimit) {
+    group.emplace_back(1000, store.Keep(whole));
+    return;
+  }
+  group.emplace_back(1002, "{");
+  for (const std::string& piece : SplitEncoded(line, codec)) group.emplace_back(1000, store.Keep(piece));
+  group.emplace_back(1002, "}");
+}
+
 }  // namespace
 
 bool HasXDataGroup(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec) {
@@ -34,23 +91,8 @@ std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView 
   auto [begin, end] = FindGroup(tags, application, codec);
   if (begin == end) return std::nullopt;
   XDataLines lines;
-  int depth = 0;
-  std::string joined;
-  for (size_t i = begin + 1; i < end; ++i) {
-    const Tag& t = tags[i];
-    if (t.code == 1002) {
-      std::string_view brace = TrimNumber(t.value);
-      if (brace == "{") {
-        if (depth++ == 0) joined.clear();
-      } else if (brace == "}" && depth > 0 && --depth == 0) {
-        lines.push_back(codec.Decode(joined));
-      }
-    } else if (t.code == 1000) {
-      if (depth == 0) lines.push_back(codec.Decode(t.value));
-      else joined += t.value;
-    }
-  }
-  if (depth > 0) lines.push_back(codec.Decode(joined));  // a brace left open ends with its group
+  for (const Piece& piece : PiecesOf(tags, begin + 1, end))
+    if (piece.line) lines.push_back(codec.Decode(JoinedStrings(tags, piece)));
   return lines;
 }
 
@@ -69,20 +111,30 @@ std::vector<std::string> SplitEncoded(TextView line, const DxfCodec& codec, size
 }
 
 TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store,
-                   std::pmr::memory_resource* memory) {
+                   std::pmr::memory_resource* memory, const TagList* current) {
   TagList group(memory);
   group.reserve(lines.size() + 1);
   group.emplace_back(1001, store.Keep(codec.Encode(application)));
-  for (const Text& line : lines) {
-    std::string whole = codec.Encode(line);
-    if (whole.size() <= kXDataStringLimit) {
-      group.emplace_back(1000, store.Keep(whole));
-      continue;
-    }
-    std::vector<std::string> pieces = SplitEncoded(line, codec);
-    group.emplace_back(1002, "{");
-    for (const std::string& piece : pieces) group.emplace_back(1000, store.Keep(piece));
-    group.emplace_back(1002, "}");
+  std::vector<Piece> pieces;
+  if (current) {
+    auto [begin, end] = FindGroup(*current, application, codec);
+    if (begin != end) pieces = PiecesOf(*current, begin + 1, end);
+  }
+  // The lines take the places of the old lines, in order; lines beyond them follow the last
+  // old line; what is no line stays where it stood.
+  size_t afterLastLine = 0, next = 0;
+  for (size_t k = 0; k < pieces.size(); ++k)
+    if (pieces[k].line) afterLastLine = k + 1;
+  auto rest = [&] {
+    while (next < lines.size()) AppendLine(group, lines[next++], codec, store);
+  };
+  if (afterLastLine == 0) rest();
+  for (size_t k = 0; k < pieces.size(); ++k) {
+    const Piece& piece = pieces[k];
+    if (!piece.line) group.insert(group.end(), current->begin() + static_cast<std::ptrdiff_t>(piece.begin),
+                                  current->begin() + static_cast<std::ptrdiff_t>(piece.end));
+    else if (next < lines.size()) AppendLine(group, lines[next++], codec, store);
+    if (k + 1 == afterLastLine) rest();
   }
   return group;
 }

@@ -15,7 +15,8 @@ using XDataLines = std::vector<Text>;
 inline constexpr size_t kXDataStringLimit = 255;
 
 // The lines stored under `application` (without regard to case): each top-level group-1000
-// string is a line, and the strings inside a "{" … "}" group-1002 pair are joined into one.
+// string is a line, and the strings of a "{" … "}" group-1002 list that holds only strings are
+// joined into one. Anything else (points, reals, integers, handles, other lists) is no line.
 // Nothing when the entity holds no group of that name.
 std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec);
 
@@ -23,9 +24,11 @@ std::optional<XDataLines> ReadXDataLines(const std::vector<Tag>& tags, TextView 
 bool HasXDataGroup(const std::vector<Tag>& tags, TextView application, const DxfCodec& codec);
 
 // The group of `application` holding these lines: a line longer than one string may hold
-// is written as several strings inside a "{" … "}" pair.
+// is written as several strings inside a "{" … "}" pair. With the entity's `current` tags,
+// what its group holds that is no line is kept where it stands, the lines taking the places
+// of the lines it held.
 TagList XDataGroup(TextView application, const XDataLines& lines, const DxfCodec& codec, StringStore& store,
-                   std::pmr::memory_resource* memory = std::pmr::get_default_resource());
+                   std::pmr::memory_resource* memory = std::pmr::get_default_resource(), const TagList* current = nullptr);
 // Replaces the group of `application` by `group`, or appends it at the end of the entity's
 // extended data.
 void ReplaceXDataGroup(TagList& tags, TextView application, TagList group, const DxfCodec& codec);

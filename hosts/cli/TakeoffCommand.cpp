@@ -8,6 +8,7 @@
 #include "common/Json.hpp"
 #include "shell/TakeoffCheck.hpp"
 #include "output/FileOutput.hpp"
+#include "site/Settings.hpp"
 #include "takeoff/TakeoffJob.hpp"
 
 namespace tq::cli {
@@ -44,6 +45,24 @@ FileOutputChoices Choices(const Context& context, const TakeoffOptions& options)
         "--separator");
   if (options.categoryGiven) choices.category = FromUtf8(options.category);
   return choices;
+}
+
+// The original pairing gives the rows of a drawing of two or more records back to other
+// records: the user is told which drawings, and how to keep every row where it was.
+void WarnOfMovingRows(const Drawing& drawing, const TakeoffJob& job) {
+  if (job.pairing != RowPairing::Shifted) return;
+  std::vector<ObjectId> moving = EntitiesWhoseRowsMove(job.data);
+  if (moving.empty()) return;
+  Text names;
+  for (ObjectId text : moving) {
+    Text name;
+    ReadSheetName(drawing, text, name);
+    names += (names.empty() ? u"" : u", ") + name;
+  }
+  std::cerr << "warning: registering moves values between the records of the standard drawings " << ToUtf8(names)
+            << " (two or more records each: rows go back shifted and the records swap numbers); set "
+            << ToUtf8(kRegisterToOriginKey.key) << "=1 in [" << ToUtf8(kRegisterToOriginKey.section)
+            << "] of the settings file to register every row back to its own record\n";
 }
 
 }  // namespace
@@ -104,9 +123,10 @@ int RunTakeoff(const Context& context, const std::string& drawing, const Takeoff
   // With registration, nothing is reported until both the file and the drawing are written;
   // when the drawing cannot be, the message says which of the two now exists.
   if (options.registerRows) {
+    WarnOfMovingRows(session.drawing(), *job);
     std::string fileState = wrote ? "; " + Utf8Path(result->path) + " was written, the rows are not registered"
                                   : "; no takeoff file was written";
-    if (Status registered = RegisterTakeoff(session.drawing(), job->data); !registered)
+    if (Status registered = RegisterTakeoff(session.drawing(), job->data, job->pairing); !registered)
       throw UserError(registered.error().Describe() + "; " + Utf8Path(session.path()) + " is as it was" + fileState);
     if (Status saved = session.drawing().Save(); !saved) throw UserError(saved.error().Describe() + fileState);
   }

@@ -31,6 +31,15 @@ std::vector<Text> SplitAtEvery(TextView text, char16_t separator) {
   }
 }
 
+TextView FieldsBeyond(TextView line, size_t count, char16_t separator) {
+  size_t at = 0;
+  for (size_t n = 0; n < count; ++n, ++at) {
+    at = line.find(separator, at);
+    if (at == TextView::npos) return {};
+  }
+  return line.substr(at - 1);
+}
+
 Text JoinLine25(std::span<const Text, kLineFieldCount> fields) {
   Text line;
   for (size_t i = 0; i < fields.size(); ++i) {

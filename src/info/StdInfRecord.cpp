@@ -24,7 +24,9 @@ Text InfoRecordName(int number) { return Format(u"TQ_STDINF%02d", {number}); }
 
 CStdInfRow ParseInfoLine(TextView line, size_t lineIndex, std::span<const Text> attributeKeys) {
   std::vector<Text> fields = SplitFields(line);
-  return RowFromFields(fields, lineIndex, attributeKeys);
+  CStdInfRow row = RowFromFields(fields, lineIndex, attributeKeys);
+  row.beyond = Text(FieldsBeyond(line, kLineFieldCount));
+  return row;
 }
 
 CStdInfRow RowFromFields(std::span<const Text> fields, size_t lineIndex, std::span<const Text> attributeKeys) {
@@ -49,7 +51,7 @@ CStdInfRow RowFromFields(std::span<const Text> fields, size_t lineIndex, std::sp
 Text FormatInfoLine(const CStdInfRow& row) {
   std::array<Text, kLineFieldCount> fields;
   for (size_t i = 0; i < kLineFieldCount; ++i) fields[i] = row.member(MemberAtPosition(PositionAt(i)));
-  return JoinLine25(fields);
+  return JoinLine25(fields) + row.beyond;
 }
 
 StdInfRecords ReadInfoRecords(const Drawing& drawing, ObjectId text, std::span<const Text> attributeKeys) {

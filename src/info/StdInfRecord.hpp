@@ -15,6 +15,8 @@ namespace tq {
 // One line in memory: members 1 to 25.
 struct CStdInfRow {
   std::array<Text, kRowMemberCount> members;
+  // What the stored line held past its 25th field, written back after it as it was.
+  Text beyond;
   Text& member(RowMember m) { return members[IndexOf(m)]; }
   const Text& member(RowMember m) const { return members[IndexOf(m)]; }
   // The symbol and the equipment name both empty: the slot is free.
@@ -33,14 +35,14 @@ LinePosition PositionOfMember(RowMember member);
 // "TQ_STDINF%02d": three digits from 100 on.
 Text InfoRecordName(int number);
 
-// A stored line as a row: fields past the 25th are ignored, missing ones stay empty. When
+// A stored line as a row: fields past the 25th are kept aside in `beyond`, missing ones stay empty. When
 // position 17 is assigned and member 25 is not empty, member 25 is looked up (without
 // regard to case) among `attributeKeys` and the entry found fills member 20; from line index
 // 2 on a member 20 still empty becomes "-". Position 21 overwrites member 20 afterwards.
 CStdInfRow ParseInfoLine(TextView line, size_t lineIndex, std::span<const Text> attributeKeys);
 // The same from fields already split: field i goes to position i + 1.
 CStdInfRow RowFromFields(std::span<const Text> fields, size_t lineIndex, std::span<const Text> attributeKeys);
-// The 25 fields in position order, joined with ",".
+// The 25 fields in position order, joined with ",", and what the line held beyond them.
 Text FormatInfoLine(const CStdInfRow& row);
 
 // Records 1, 2, … up to the first number the text does not hold.

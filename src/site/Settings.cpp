@@ -11,7 +11,7 @@ namespace {
 constexpr SettingKey kAllKeys[] = {
     kSheetNumberLayerKey, kBasePointLayerKey, kChangeColourKey, kFrameOriginXKey, kFrameOriginYKey,
     kFrameRowsKey,        kFrameColumnsKey,   kFrameHeightKey,  kFrameWidthKey,   kCharHeightKey,
-    kCharWidthKey,        kRowSpacingKey,     kSizeHeaderRowKey, kQuantityCellKey,
+    kCharWidthKey,        kRowSpacingKey,     kSizeHeaderRowKey, kQuantityCellKey, kRegisterToOriginKey,
 };
 }  // namespace
 

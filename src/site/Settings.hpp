@@ -32,6 +32,9 @@ inline constexpr SettingKey kCharWidthKey{u"標準図", u"文字幅", SettingTyp
 inline constexpr SettingKey kRowSpacingKey{u"標準図", u"行間隔", SettingType::Real, u"500"};
 inline constexpr SettingKey kSizeHeaderRowKey{u"EXCEL", u"サイズヘッダ行", SettingType::Integer, u"30"};
 inline constexpr SettingKey kQuantityCellKey{u"EXCEL", u"数量計算セル", SettingType::Text, u"AZ"};
+// Ours, not the original add-in's: 1 registers the takeoff rows back to the records they came
+// from, where the original pairing moves the rows of a drawing of two or more records.
+inline constexpr SettingKey kRegisterToOriginKey{u"TQTStdInfo", u"RegisterTakeoffToOrigin", SettingType::Integer, u"0"};
 
 // Every key of the file, in the order they are listed to the user.
 std::span<const SettingKey> AllSettingKeys();
@@ -83,6 +86,8 @@ class StdSettings {
   // Stores the three values (hundredths) with "%g"; the first failure, after trying all three.
   Status WriteSizeTable(const SizeTableValues& values) const;
   WorkbookValues ReadWorkbook() const;
+  // kRegisterToOriginKey set to a number other than 0.
+  bool ReadRegisterToOrigin() const { return ReadInt(kRegisterToOriginKey) != 0; }
 
  private:
   const Folders& folders_;

@@ -197,7 +197,7 @@ void CCollectInfJob::OnCommand(int id, Notification code) {
     return;
   }
   if (id == IDC_FILE_OUTPUT && code == Notification::Clicked && job_) {
-    CopyBack(job_->data, ListItems());
+    CopyBack(job_->data, ListItems(), job_->pairing);
     if (fileOutput_) fileOutput_(job_->data, job_->tables);
     return;
   }
@@ -214,9 +214,9 @@ std::vector<TakeoffItem> CCollectInfJob::ListItems() {
 
 void CCollectInfJob::OnOK() {
   if (!job_) return EndDialog(kIdOk);
-  CopyBack(job_->data, ListItems());
+  CopyBack(job_->data, ListItems(), job_->pairing);
   // A record the drawing refuses is named on the command line; the others are written.
-  if (Status registered = RegisterTakeoff(drawing_, job_->data); !registered)
+  if (Status registered = RegisterTakeoff(drawing_, job_->data, job_->pairing); !registered)
     editor_.Print(u"\nError:" + registered.error().message + u"\n");
   job_.reset();
   EndDialog(kIdOk);

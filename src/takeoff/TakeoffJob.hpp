@@ -12,6 +12,8 @@ struct TakeoffJob {
   TakeoffData data;
   ReferenceTables tables;
   std::vector<TakeoffItem> items;
+  // As the installation's settings ask (kRegisterToOriginKey): Shifted unless set.
+  RowPairing pairing = RowPairing::Shifted;
 
   // Nothing when no standard drawing was given ("情報が設定されていません。").
   static std::optional<TakeoffJob> Open(const Drawing& drawing, const Folders& folders, const std::vector<ObjectId>& sheets);

@@ -105,33 +105,64 @@ std::vector<TakeoffItem> FillTakeoffList(TakeoffData& data, const TakeoffRules& 
   return items;
 }
 
-void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items) {
-  size_t next = 0;
-  for (TakeoffEntity& entity : data)
+namespace {
+// The records of an entity in the order a pairing walks them.
+template <class Entity, class Visit>
+bool WalkRecords(Entity& entity, RowPairing pairing, Visit visit) {
+  if (pairing == RowPairing::Origin) {
+    for (auto record = entity.begin(); record != entity.end(); ++record)
+      if (!visit(*record)) return false;
+  } else {
     for (auto record = entity.rbegin(); record != entity.rend(); ++record)
-      for (size_t l = kFirstItemLine; l < record->size(); ++l) {
-        if (next >= items.size()) return;
+      if (!visit(*record)) return false;
+  }
+  return true;
+}
+}  // namespace
+
+void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items, RowPairing pairing) {
+  size_t next = 0;
+  for (TakeoffEntity& entity : data) {
+    bool more = WalkRecords(entity, pairing, [&](TakeoffRecord& record) {
+      for (size_t l = kFirstItemLine; l < record.size(); ++l) {
+        if (next >= items.size()) return false;
         const TakeoffItem& item = items[next++];
-        for (size_t c = 0; c < kTakeoffColumns; ++c) (*record)[l].field(kFieldOfColumn[c]) = item[c];
+        for (size_t c = 0; c < kTakeoffColumns; ++c) record[l].field(kFieldOfColumn[c]) = item[c];
       }
+      return true;
+    });
+    if (!more) return;
+  }
 }
 
-Status RegisterTakeoff(Drawing& drawing, const TakeoffData& data) {
+std::vector<ObjectId> EntitiesWhoseRowsMove(const TakeoffData& data) {
+  std::vector<ObjectId> moving;
+  for (const TakeoffEntity& entity : data)
+    for (const TakeoffRecord& record : entity)
+      if (entity.size() >= 2 && !record.empty()) {
+        moving.push_back(record.front().entity);
+        break;
+      }
+  return moving;
+}
+
+Status RegisterTakeoff(Drawing& drawing, const TakeoffData& data, RowPairing pairing) {
   auto lock = drawing.LockForWrite();
   Status status;
   for (const TakeoffEntity& entity : data) {
     int number = 0;
-    for (auto record = entity.rbegin(); record != entity.rend(); ++record) {
+    WalkRecords(entity, pairing, [&](const TakeoffRecord& record) {
       ++number;
       XDataLines lines;
-      for (const CTakeoffRow& row : *record) lines.push_back(JoinLine25(row.fields));
-      if (record->empty()) continue;
-      ObjectId text = record->front().entity;
+      for (const CTakeoffRow& row : record) lines.push_back(FormatTakeoffLine(row));
+      if (record.empty()) return true;
+      ObjectId text = record.front().entity;
       EditResult written = drawing.WriteXData(text, InfoRecordName(number), lines);
       if (written != EditResult::Ok && status)
         status = MakeError(ErrorCode::TooLarge, u"the record " + InfoRecordName(number) + u" of the text " + drawing.Handle(text) +
                                                     u" could not be written: it would pass the limit of extended data on one drawing object");
-    }
+      return true;
+    });
   }
   return status;
 }

@@ -61,16 +61,25 @@ class TakeoffRules {
   const ReferenceTables& t_;
 };
 
+// How the rows go back to the records: Shifted walks an entity's records from the last to the
+// first, as the original add-in does (the rows of an entity of two or more records land in
+// other places and its records swap numbers); Origin puts every row back where it was read.
+enum class RowPairing { Shifted, Origin };
+
 // The list in forward order (entity, record, line), lines from index 2; rows' CI-NET codes set.
 std::vector<TakeoffItem> FillTakeoffList(TakeoffData& data, const TakeoffRules& rules);
 // The items back into the rows: entities in order, records from the last to the first,
 // lines from index 2, each the next item, until the items run out (an entity of two or more
 // records thus receives items in shifted places, as the suite does).
-void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items);
+void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items, RowPairing pairing = RowPairing::Shifted);
 // "登録": each entity's records from the last to the first, numbered 1, 2, …, every line
 // (the two header lines too) written with the 25-field format, replacing what was stored.
 // A record the drawing refuses (it would pass the per-object limit) is named in the error;
 // the others are still written.
-Status RegisterTakeoff(Drawing& drawing, const TakeoffData& data);
+// With Origin, record n is written under number n again.
+Status RegisterTakeoff(Drawing& drawing, const TakeoffData& data, RowPairing pairing = RowPairing::Shifted);
+// The entities whose values a Shifted registration moves to other records or numbers: those
+// of two or more records.
+std::vector<ObjectId> EntitiesWhoseRowsMove(const TakeoffData& data);
 
 }  // namespace tq

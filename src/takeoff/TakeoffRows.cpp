@@ -11,8 +11,11 @@ CTakeoffRow ParseTakeoffLine(TextView line, ObjectId entity) {
   row.entity = entity;
   std::vector<Text> fields = SplitFields(line);
   for (size_t i = 0; i < fields.size() && i < row.fields.size(); ++i) row.fields[i] = std::move(fields[i]);
+  row.beyond = Text(FieldsBeyond(line, kLineFieldCount));
   return row;
 }
+
+Text FormatTakeoffLine(const CTakeoffRow& row) { return JoinLine25(row.fields) + row.beyond; }
 
 TakeoffData CollectTakeoffRows(const Drawing& drawing, const std::vector<ObjectId>& ids) {
   TakeoffData data;

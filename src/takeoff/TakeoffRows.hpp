@@ -12,6 +12,8 @@ namespace tq {
 struct CTakeoffRow {
   ObjectId entity;
   std::array<Text, kLinePositionCount> fields;
+  // What the stored line held past its 25th field, written back after it as it was.
+  Text beyond;
   Text& field(LinePosition p) { return fields[IndexOf(p)]; }
   const Text& field(LinePosition p) const { return fields[IndexOf(p)]; }
 };
@@ -22,6 +24,8 @@ using TakeoffEntity = std::vector<TakeoffRecord>;
 using TakeoffData = std::vector<TakeoffEntity>;
 
 CTakeoffRow ParseTakeoffLine(TextView line, ObjectId entity);
+// The row as a stored line: the 25 fields and what the line held beyond them.
+Text FormatTakeoffLine(const CTakeoffRow& row);
 // Every entity gets its (possibly empty) list of records; reading stops at the first gap.
 TakeoffData CollectTakeoffRows(const Drawing& drawing, const std::vector<ObjectId>& ids);
 

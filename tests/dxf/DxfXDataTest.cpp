@@ -118,3 +118,52 @@ TEST(DxfXData, SaveThatWouldPassTheLimitFailsNamingTheEntity) {
   EXPECT_NE(saved.error().Describe().find("16 KB"), std::string::npos) << saved.error().Describe();
   EXPECT_FALSE(std::filesystem::exists("/tmp/never-written.dxf"));
 }
+
+namespace {
+// A record whose group holds, between and after its lines, what no line is made of.
+Tags RecordWithOtherItems() {
+  return TextTags("A1", "1", 0, 0) + Tags{{1001, "TQ_STDINF01"}, {1000, "head 1"}, {1010, "1.5"}, {1020, "2.5"},
+                                          {1030, "0.0"}, {1000, "head 2"}, {1040, "3.25"}, {1070, "7"},
+                                          {1005, "1F"}, {1002, "{"}, {1000, "in a list"}, {1070, "1"},
+                                          {1002, "{"}, {1000, "nested"}, {1002, "}"}, {1002, "}"},
+                                          {1000, "row 1"}, {1071, "65536"}};
+}
+}  // namespace
+
+TEST(DxfXData, PointsRealsIntegersHandlesAndListsAreNoLines) {
+  auto drawing = FromText(R12Drawing(RecordWithOtherItems()));
+  EXPECT_EQ(*drawing->ReadXData(drawing->FindHandle(u"A1"), u"TQ_STDINF01"), (XDataLines{u"head 1", u"head 2", u"row 1"}));
+}
+
+TEST(DxfXData, RewritingTheLinesKeepsEveryOtherItemWhereItStood) {
+  auto drawing = FromText(R12Drawing(RecordWithOtherItems()));
+  ASSERT_EQ(drawing->WriteXData(drawing->FindHandle(u"A1"), u"TQ_STDINF01", {u"new 1", u"new 2", u"row 1 changed"}),
+            EditResult::Ok);
+  std::string saved = drawing->document().Serialize();
+  Tags expected{{1001, "TQ_STDINF01"}, {1000, "new 1"}, {1010, "1.5"}, {1020, "2.5"}, {1030, "0.0"}, {1000, "new 2"},
+                {1040, "3.25"}, {1070, "7"}, {1005, "1F"}, {1002, "{"}, {1000, "in a list"}, {1070, "1"}, {1002, "{"},
+                {1000, "nested"}, {1002, "}"}, {1002, "}"}, {1000, "row 1 changed"}, {1071, "65536"}};
+  EXPECT_NE(saved.find(DxfTags(expected)), std::string::npos) << saved;
+}
+
+TEST(DxfXData, MoreLinesFollowTheLastLineAndFewerDropOnlyLines) {
+  auto drawing = FromText(R12Drawing(RecordWithOtherItems()));
+  ObjectId text = drawing->FindHandle(u"A1");
+  ASSERT_EQ(drawing->WriteXData(text, u"TQ_STDINF01", {u"a", u"b", u"c", u"d"}), EditResult::Ok);
+  EXPECT_NE(drawing->document().Serialize().find(DxfTags({{1000, "c"}, {1000, "d"}, {1071, "65536"}})), std::string::npos);
+  ASSERT_EQ(drawing->WriteXData(text, u"TQ_STDINF01", {u"only"}), EditResult::Ok);
+  auto reopened = Reopen(*drawing);
+  EXPECT_EQ(*reopened->ReadXData(reopened->FindHandle(u"A1"), u"TQ_STDINF01"), (XDataLines{u"only"}));
+  std::string saved = reopened->document().Serialize();
+  EXPECT_NE(saved.find(DxfTags({{1001, "TQ_STDINF01"}, {1000, "only"}, {1010, "1.5"}})), std::string::npos) << saved;
+  EXPECT_NE(saved.find(DxfTags({{1002, "}"}, {1071, "65536"}})), std::string::npos) << saved;
+}
+
+TEST(DxfXData, WritingTheSameLinesBackLeavesTheEntityAsItWas) {
+  auto drawing = FromText(R12Drawing(RecordWithOtherItems()));
+  ObjectId text = drawing->FindHandle(u"A1");
+  ASSERT_EQ(drawing->WriteXData(text, u"TQ_STDINF01", *drawing->ReadXData(text, u"TQ_STDINF01")), EditResult::Ok);
+  // The entity's bytes as they were; only the application's registration is added.
+  std::string saved = drawing->document().Serialize();
+  EXPECT_NE(saved.find(DxfTags(RecordWithOtherItems() + Tags{{0, "ENDSEC"}})), std::string::npos) << saved;
+}

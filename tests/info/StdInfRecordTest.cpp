@@ -73,12 +73,28 @@ TEST(InfoRecord, Member25IsStoredAtPosition17AndMembers17To24Follow) {
   EXPECT_EQ(back.members, row.members);
 }
 
-TEST(InfoRecord, FieldsPastThe25thAreIgnored) {
+TEST(InfoRecord, FieldsPastThe25thAreNoMembersAndAreWrittenBackAsTheyWere) {
   Text line;
   for (int i = 1; i <= 30; ++i) line += FromUtf8(std::to_string(i)) + u",";
   CStdInfRow row = ParseInfoLine(line, 2, kKeys);
   EXPECT_EQ(row.member(RowMember::kBMaterialKey), u"25");
-  EXPECT_EQ(FormatInfoLine(row).size(), line.size() - std::string("26,27,28,29,30,").size() - 1);
+  EXPECT_EQ(row.member(RowMember::kSymbolOrUnits), u"1");
+  EXPECT_EQ(FormatInfoLine(row), line);
+  row.member(RowMember::kSymbolOrUnits) = u"changed";
+  EXPECT_EQ(FormatInfoLine(row), u"changed" + line.substr(1));
+}
+
+TEST(InfoRecord, RegistrationKeepsFieldsPastThe25thAndItemsThatAreNoLines) {
+  std::string past = "1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,ours 26,ours 27";
+  Scene s(TextTags("B1", "M-1", 100, 100) + Tags{{1001, "TQ_STDINF01"}, {1000, "a"}, {1000, "b"}, {1000, past},
+                                                 {1040, "2.5"}, {1070, "3"}, {1005, "1F"}});
+  ObjectId text = s.Id(u"B1");
+  StdInfRecords records = ReadInfoRecords(*s.drawing, text, kKeys);
+  records[0][2].member(RowMember::kSymbolOrUnits) = u"X";
+  ASSERT_TRUE(WriteInfoRecords(*s.drawing, text, records, 1));
+  std::string saved = s.drawing->document().Serialize();
+  EXPECT_NE(saved.find(DxfTags({{1000, "X" + past.substr(1)}, {1040, "2.5"}, {1070, "3"}, {1005, "1F"}})), std::string::npos)
+      << saved;
 }
 
 TEST(InfoRecord, ACommaTypedInAFieldSplitsItAndShiftsEveryLaterField) {

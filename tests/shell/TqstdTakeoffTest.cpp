@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Encoding.hpp"
+#include "dxf/DxfDrawing.hpp"
 #include "support/Listing.hpp"
 #include "support/RunCommand.hpp"
 #include "support/SiteCopy.hpp"
@@ -96,4 +97,48 @@ TEST(TqstdTakeoff, BadOptionValuesAreUserErrors) {
   SiteCopy copy;
   EXPECT_EQ(RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --kind sum").status, 1);
   EXPECT_EQ(RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --separator semicolon").status, 1);
+}
+
+namespace {
+// The first field of every line of the records of M-101 (handle 42, two records) in the copy.
+std::vector<std::vector<Text>> RecordsOfM101(const SiteCopy& copy) {
+  auto drawing = dxf::DxfDrawing::Open(copy.site / "drawings" / u8"設備標準図.dxf").value();
+  std::vector<std::vector<Text>> records;
+  for (const char16_t* name : {u"TQ_STDINF01", u"TQ_STDINF02"}) {
+    std::vector<Text>& record = records.emplace_back();
+    XDataLines lines = drawing->ReadXData(drawing->FindHandle(u"42"), name).value_or(XDataLines{});
+    for (const Text& line : lines) record.push_back(line.substr(0, line.find(u',')));
+  }
+  return records;
+}
+}  // namespace
+
+TEST(TqstdTakeoff, RegisterWarnsNamingTheStandardDrawingsWhoseValuesMove) {
+  SiteCopy copy;
+  std::vector<std::vector<Text>> before = RecordsOfM101(copy);
+  ASSERT_EQ(before[0].size(), 7u);
+  ASSERT_EQ(before[1].size(), 5u);
+  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --register -o " + Quoted(copy.dir / "l.txt"));
+  ASSERT_EQ(r.status, 0) << r.out;
+  EXPECT_NE(r.out.find("warning: registering moves values between the records of the standard drawings M-101 ("),
+            std::string::npos)
+      << r.out;
+  EXPECT_NE(r.out.find("RegisterTakeoffToOrigin=1 in [TQTStdInfo]"), std::string::npos) << r.out;
+  // The original pairing: the records swap numbers and the rows are dealt out anew, so record
+  // 01 now holds three rows under record 02's header lines.
+  std::vector<std::vector<Text>> after = RecordsOfM101(copy);
+  EXPECT_EQ(after[0].size(), 5u);
+  EXPECT_EQ(after[1].size(), 7u);
+}
+
+TEST(TqstdTakeoff, TheOriginSettingRegistersEveryRowBackToItsOwnRecordWithoutWarning) {
+  SiteCopy copy;
+  std::filesystem::path settings = copy.site / "data" / u8"標準図設定.ini";
+  std::string text = ReadFileBytes(settings).value() + "[TQTStdInfo]\r\nRegisterTakeoffToOrigin=1\r\n";
+  ASSERT_TRUE(WriteFileBytes(settings, text));
+  std::vector<std::vector<Text>> before = RecordsOfM101(copy);
+  auto r = RunTqstd("takeoff " + copy.Drawing() + copy.Ini() + " --register -o " + Quoted(copy.dir / "l.txt"));
+  ASSERT_EQ(r.status, 0) << r.out;
+  EXPECT_EQ(r.out.find("warning: registering moves values"), std::string::npos) << r.out;
+  EXPECT_EQ(RecordsOfM101(copy), before);
 }

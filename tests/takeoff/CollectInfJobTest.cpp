@@ -108,6 +108,31 @@ TEST(CollectInfJob, WithTwoRecordsPerEntityTheRecordsSwapTheirNumbersOnRegister)
             (XDataLines{Stored("a1"), Stored("a2"), Stored(kB3, {{LinePosition::kCinetCode, u"Z9999999999999"}})}));
 }
 
+TEST(CollectInfJob, WithTheOriginSettingEveryRecordKeepsItsNumberAndItsRowsOnRegister) {
+  Scene s(TextTags("B1", "M-1", 26000, 1000) + RecordTags("TQ_STDINF01", {"a1", "a2", kA3}) +
+              RecordTags("TQ_STDINF02", {"b1", "b2", kB3}),
+          u"[TQTStdInfo]\r\nRegisterTakeoffToOrigin=1\r\n");
+  ScriptRun run = RunScript(*s.drawing, *s.site.folders, kOpen + "click 2000:1\n");
+  ASSERT_TRUE(run.ok) << run.All();
+  EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF01"),
+            (XDataLines{Stored("a1"), Stored("a2"), Stored(kA3, {{LinePosition::kCinetCode, u"Z9999999999999"}})}));
+  EXPECT_EQ(s.drawing->ReadXData(s.Id(u"B1"), u"TQ_STDINF02"),
+            (XDataLines{Stored("b1"), Stored("b2"), Stored(kB3, {{LinePosition::kCinetCode, u"Z9999999999999"}})}));
+}
+
+TEST(CollectInfJob, RegisterKeepsFieldsPastThe25thAndItemsThatAreNoLines) {
+  const std::string past = std::string(kA3) + ",,,,,,,,,,ours 26,ours 27";
+  Scene s(TextTags("B1", "M-1", 26000, 1000) + RecordTags("TQ_STDINF01", {"a1", "a2", past}) +
+          Tags{{1010, "1.0"}, {1020, "2.0"}, {1030, "0.0"}, {1070, "5"}});
+  ScriptRun run = RunScript(*s.drawing, *s.site.folders, kOpen + "click 2000:1\n");
+  ASSERT_TRUE(run.ok) << run.All();
+  std::string saved = s.drawing->document().Serialize();
+  Text stored = Stored(kA3, {{LinePosition::kCinetCode, u"Z9999999999999"}}) + u",ours 26,ours 27";
+  EXPECT_NE(saved.find(DxfTags({{1000, ToUtf8(stored)}, {1010, "1.0"}, {1020, "2.0"}, {1030, "0.0"}, {1070, "5"}})),
+            std::string::npos)
+      << saved;
+}
+
 TEST(CollectInfJob, AMemberTypedWhoseCodeComesOutEmptyShowsTheCodeOfLastResort) {
   ExampleSite site;
   // Item 2 is B material ("吊りボルト"); "吊りボルトM12" is in its member file but has no
