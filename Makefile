@@ -60,12 +60,17 @@ bench:
 	./bench/run_calc.sh build/release
 	./bench/run_workbench.sh build/release
 
-# The workbench with the example drawing and its frames, under a virtual X server.
+# The README's pictures (docs/images): the workbench under a virtual X server runs
+# docs/screenshots.txt on a copy of the example installation and saves the window after every
+# dialog, message box and dump; two of them are the README's.
 SHOTS := build/screenshots
 screenshots: build
-	mkdir -p $(SHOTS)
-	xvfb-run -a -s "-screen 0 1600x1000x24" $(BUILD)/hosts/qt/tqstd-workbench --grab $(SHOTS)/workbench.png $(SITE)/drawings/設備標準図.dxf
-	@echo "saved $(SHOTS)/workbench.png"
+	rm -rf $(SHOTS) && mkdir -p $(SHOTS) docs/images && cp -r $(SITE) $(SHOTS)/site
+	cd $(SHOTS) && xvfb-run -a -s "-screen 0 1600x1000x24" $(abspath $(BUILD))/hosts/qt/tqstd-workbench --ini site/Velum.ini \
+	  site/drawings/設備標準図.dxf --script $(abspath docs/screenshots.txt) --screenshots pictures > transcript.jsonl
+	cp $(SHOTS)/pictures/002-messagebox.png docs/images/workbench-marked-frames.png
+	cp $(SHOTS)/pictures/004-dump.png docs/images/takeoff-check.png
+	@echo "docs/images: workbench-marked-frames.png, takeoff-check.png (every picture in $(SHOTS)/pictures)"
 
 # Windows: built with MinGW-w64, statically, and tested under Wine (no display needed).
 WINDOWS := build/windows

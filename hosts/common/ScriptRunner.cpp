@@ -44,6 +44,7 @@ void ScriptRunner::Serve(Waiter& waiter, bool topLevel) {
 
 void ScriptRunner::Fail(TextView why) {
   transcript_.Error(current_, why);
+  if (stopHandler_) stopHandler_();
   throw ScriptStopped();
 }
 

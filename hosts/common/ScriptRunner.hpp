@@ -4,6 +4,7 @@
 // fit what waits, or the script ending while something other than the command line waits,
 // ends the run with an error event.
 #include <exception>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -39,8 +40,11 @@ class ScriptRunner {
   // Gives lines to the waiter until it is satisfied. The command line (`topLevel`) may meet
   // the end of the script; anything else meeting it ends the run.
   void Serve(Waiter& waiter, bool topLevel = false);
-  // Ends the run: an error event for the current line, then ScriptStopped.
+  // Ends the run: an error event for the current line, the stop handler, then ScriptStopped.
   [[noreturn]] void Fail(TextView why);
+  // Called once the error event is written, before the run unwinds. A host whose waits
+  // cannot be unwound by an exception (nested event loops of a widget toolkit) ends there.
+  void SetStopHandler(std::function<void()> handler) { stopHandler_ = std::move(handler); }
   Transcript& transcript() { return transcript_; }
 
  private:
@@ -48,6 +52,7 @@ class ScriptRunner {
   size_t next_ = 0;
   int current_ = 0;  // the line being applied
   Transcript& transcript_;
+  std::function<void()> stopHandler_;
 };
 
 }  // namespace tq

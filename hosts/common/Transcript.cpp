@@ -166,20 +166,22 @@ std::vector<DumpedControl> DumpControls(const dialog::DialogTemplate& dialogTemp
   return controls;
 }
 
-void Transcript::Write(const std::string& event) {
-  if (!ended_) out_ << event << '\n';
+void Transcript::Write(const char* kind, const std::string& event) {
+  if (ended_) return;
+  if (observer_) observer_(kind);
+  out_ << event << '\n';
 }
 
 void Transcript::Input(int line, TextView text) {
-  Write(JsonObject("input").Int("line", line).Text("text", text).Close());
+  Write("input", JsonObject("input").Int("line", line).Text("text", text).Close());
 }
-void Transcript::Prompt(TextView text) { Write(JsonObject("prompt").Text("text", text).Close()); }
-void Transcript::Print(TextView text) { Write(JsonObject("print").Text("text", text).Close()); }
+void Transcript::Prompt(TextView text) { Write("prompt", JsonObject("prompt").Text("text", text).Close()); }
+void Transcript::Print(TextView text) { Write("print", JsonObject("print").Text("text", text).Close()); }
 
 void Transcript::MessageBox(const MessageBoxRequest& box) {
   std::vector<MessageAnswer> buttons = ButtonsOf(box.buttons);
   size_t d = box.defaultButton >= 0 && static_cast<size_t>(box.defaultButton) < buttons.size() ? static_cast<size_t>(box.defaultButton) : 0;
-  Write(JsonObject("messagebox")
+  Write("messagebox", JsonObject("messagebox")
             .Text("text", box.text)
             .Text("icon", FromUtf8(IconName(box.icon)))
             .Text("buttons", FromUtf8(ButtonsName(box.buttons)))
@@ -188,28 +190,28 @@ void Transcript::MessageBox(const MessageBoxRequest& box) {
 }
 
 void Transcript::Dialog(int id, TextView caption, bool modal) {
-  Write(JsonObject("dialog").Int("id", id).Text("caption", caption).Bool("modal", modal).Close());
+  Write("dialog", JsonObject("dialog").Int("id", id).Text("caption", caption).Bool("modal", modal).Close());
 }
 void Transcript::EndDialog(int id, int result) {
-  Write(JsonObject("enddialog").Int("id", id).Int("result", result).Close());
+  Write("enddialog", JsonObject("enddialog").Int("id", id).Int("result", result).Close());
 }
 void Transcript::SaveFile(const SaveFileRequest& r) {
-  Write(JsonObject("savefile").Text("name", r.defaultName).Text("extension", r.extension).Text("filter", r.filter).Close());
+  Write("savefile", JsonObject("savefile").Text("name", r.defaultName).Text("extension", r.extension).Text("filter", r.filter).Close());
 }
 void Transcript::ProgressStart(TextView text, int range) {
-  Write(JsonObject("progress").Text("text", text).Int("range", range).Close());
+  Write("progress", JsonObject("progress").Text("text", text).Int("range", range).Close());
 }
 void Transcript::ProgressPosition(int position) {
-  Write(JsonObject("progress").Int("position", position).Close());
+  Write("progress", JsonObject("progress").Int("position", position).Close());
 }
 void Transcript::Dump(int dialogId, TextView caption, const std::vector<DumpedControl>& controls) {
   std::string list = "[";
   for (size_t i = 0; i < controls.size(); ++i) list += (i ? "," : "") + ControlJson(controls[i]);
-  Write(JsonObject("dump").Int("dialog", dialogId).Text("caption", caption).Add("controls", list + "]").Close());
+  Write("dump", JsonObject("dump").Int("dialog", dialogId).Text("caption", caption).Add("controls", list + "]").Close());
 }
-void Transcript::Saved(TextView path) { Write(JsonObject("saved").Text("path", path).Close()); }
+void Transcript::Saved(TextView path) { Write("saved", JsonObject("saved").Text("path", path).Close()); }
 void Transcript::Error(int line, TextView text) {
-  Write(JsonObject("error").Int("line", line).Text("text", text).Close());
+  Write("error", JsonObject("error").Int("line", line).Text("text", text).Close());
   ended_ = true;
 }
 

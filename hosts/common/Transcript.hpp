@@ -1,9 +1,11 @@
 #pragma once
 // The transcript of a script: every event a person would have seen, one JSON object a line,
 // in UTF-8. Every host writes it through this one class, so the same run gives the same bytes.
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/Text.hpp"
@@ -36,6 +38,11 @@ class Transcript {
  public:
   explicit Transcript(std::ostream& out) : out_(out) {}
 
+  // Told the kind of each event ("input", "dialog", …) just before it is written: what is on
+  // the screen then is what the events before it left there (the screenshots look at it).
+  using Observer = std::function<void(std::string_view kind)>;
+  void SetObserver(Observer observer) { observer_ = std::move(observer); }
+
   void Input(int line, TextView text);
   void Prompt(TextView text);
   void Print(TextView text);
@@ -49,11 +56,14 @@ class Transcript {
   void Saved(TextView path);
   // The last event: nothing is written after it.
   void Error(int line, TextView text);
+  // The run is over: nothing is written after it (windows closed as the host goes away).
+  void End() { ended_ = true; }
 
  private:
   // One event a line; nothing after the error.
-  void Write(const std::string& event);
+  void Write(const char* kind, const std::string& event);
   std::ostream& out_;
+  Observer observer_;
   bool ended_ = false;
 };
 

@@ -4,32 +4,9 @@
 #include <string>
 
 #include "common/DialogLines.hpp"
+#include "common/ModalDialogWaiter.hpp"
 
 namespace tq::headless {
-
-namespace {
-
-Text Number(long long n) { return FromUtf8(std::to_string(n)); }
-
-// A modal dialog takes the lines addressed to it until it ends.
-class ModalWaiter : public Waiter {
- public:
-  ModalWaiter(HeadlessDialogs& dialogs, HeadlessWindow& window) : dialogs_(dialogs), window_(window) {}
-  Text Describe() const override { return u"the dialog " + Number(window_.dialogTemplate().id) + u" waits"; }
-  std::optional<Text> Apply(const ScriptLine& line) override {
-    bool handled = false;
-    std::optional<Text> why = dialogs_.ApplyDialogLine(line, &window_, &handled);
-    if (!handled) return u"'" + line.verb + u"' does not fit: the dialog " + Number(window_.dialogTemplate().id) + u" waits";
-    return why;
-  }
-  bool Satisfied() const override { return window_.ended(); }
-
- private:
-  HeadlessDialogs& dialogs_;
-  HeadlessWindow& window_;
-};
-
-}  // namespace
 
 std::unique_ptr<DialogWindow> HeadlessDialogs::CreateDialogWindow(const dialog::DialogTemplate& dialogTemplate,
                                                                   DialogEvents& events, bool modal) {
@@ -47,7 +24,10 @@ void HeadlessDialogs::Shown(HeadlessWindow& window, bool shown, int result) {
 }
 
 int HeadlessDialogs::RunModal(HeadlessWindow& window) {
-  ModalWaiter waiter(*this, window);
+  ModalDialogWaiter waiter(
+      window.dialogTemplate().id,
+      [this, &window](const ScriptLine& line, bool* handled) { return ApplyDialogLine(line, &window, handled); },
+      [&window] { return window.ended(); });
   runner_.Serve(waiter);
   return 0;
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/CommandLineWaiter.hpp"
+
 namespace tq::headless {
 
 SingleDocument::~SingleDocument() = default;
@@ -14,29 +16,6 @@ void SingleDocument::Close() {
   std::vector<DocumentObserver*> observers = observers_;
   for (DocumentObserver* o : observers) o->DocumentToBeDestroyed(*this);
 }
-
-// The command line: commands, and the lines for the modeless dialogs that are open.
-class HeadlessSession::CommandLine : public Waiter {
- public:
-  explicit CommandLine(HeadlessSession& session) : session_(session) {}
-  Text Describe() const override { return u"the command line waits"; }
-  std::optional<Text> Apply(const ScriptLine& line) override {
-    if (line.verb == u"command") {
-      if (line.args.size() != 1) return u"'command' takes one command name";
-      if (!EqualNoCase(line.args[0], u"TQ_STD_INF")) return u"unknown command " + line.args[0] + u" (the command is TQ_STD_INF)";
-      session_.addIn_->RunCommand();
-      return std::nullopt;
-    }
-    bool handled = false;
-    std::optional<Text> why = session_.dialogs_.ApplyDialogLine(line, nullptr, &handled);
-    if (!handled) return u"'" + line.verb + u"' does not fit: the command line waits";
-    return why;
-  }
-  bool Satisfied() const override { return false; }
-
- private:
-  HeadlessSession& session_;
-};
 
 HeadlessSession::HeadlessSession(TextView script, std::ostream& out, Drawing& drawing, const Folders& folders)
     : transcript_(out),
@@ -53,7 +32,8 @@ HeadlessSession::~HeadlessSession() {
 }
 
 bool HeadlessSession::Run() {
-  CommandLine commandLine(*this);
+  CommandLineWaiter commandLine([this](TextView) { addIn_->RunCommand(); },
+                                [this](const ScriptLine& line, bool* handled) { return dialogs_.ApplyDialogLine(line, nullptr, handled); });
   bool ok = true;
   try {
     runner_.Serve(commandLine, true);

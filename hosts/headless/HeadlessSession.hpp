@@ -43,7 +43,6 @@ class HeadlessSession {
   TqAddIn& addIn() { return *addIn_; }
 
  private:
-  class CommandLine;
   Transcript transcript_;
   ScriptRunner runner_;
   HeadlessDialogs dialogs_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Paths.hpp"
+#include "common/PointLine.hpp"
 #include "common/UiLines.hpp"
 
 namespace tq::headless {
@@ -44,24 +45,13 @@ class SaveWaiter : public Waiter {
   std::optional<Text> path_;
 };
 
-class PointWaiter : public Waiter {
+class PointWaiter : public PointPromptWaiter {
  public:
-  Text Describe() const override { return u"a point prompt waits"; }
-  std::optional<Text> Apply(const ScriptLine& line) override {
-    if (line.verb == u"escape") {
-      if (!line.args.empty()) return u"'escape' takes nothing";
-      result_ = PickResult{PickStatus::Cancel, {}};
-      return std::nullopt;
-    }
-    if (line.verb != u"point") return u"'" + line.verb + u"' does not fit: a point prompt waits (point X Y or escape)";
-    std::optional<double> x, y;
-    if (line.args.size() == 2) x = ParseNumber(line.args[0]), y = ParseNumber(line.args[1]);
-    if (!x || !y) return u"'point' takes two numbers: point X Y";
-    result_ = PickResult{PickStatus::Normal, {*x, *y, 0}};
-    return std::nullopt;
-  }
   bool Satisfied() const override { return result_.has_value(); }
   PickResult result() const { return *result_; }
+
+ protected:
+  void Answer(const PickResult& pick) override { result_ = pick; }
 
  private:
   std::optional<PickResult> result_;

@@ -13,8 +13,8 @@ struct DrawingTab::Outcome {
   QString error;
 };
 
-DrawingTab::DrawingTab(std::filesystem::path path, QWidget* parent)
-    : QWidget(parent), path_(std::move(path)), view_(new DrawingView(this)) {
+DrawingTab::DrawingTab(std::filesystem::path path, QWidget* parent, dxf::ReadOptions options)
+    : QWidget(parent), path_(std::move(path)), options_(std::move(options)), view_(new DrawingView(this)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
@@ -34,11 +34,11 @@ void DrawingTab::Load() {
   if (worker_.joinable()) return;
   if (Result<os::LockHandle> lock = os::AcquireDrawingLock(path_); lock) lock_ = std::move(lock).value();
   else lockError_ = lock.error();
-  worker_ = std::thread([this, path = path_] {
+  worker_ = std::thread([this, path = path_, options = options_] {
     auto outcome = std::make_shared<Outcome>();
     try {
       // Reading is about half of the work, building the other half.
-      auto opened = dxf::DxfDrawing::Open(path);
+      auto opened = dxf::DxfDrawing::Open(path, options);
       if (!opened) {
         outcome->error = QString::fromStdString(opened.error().Describe());
         QMetaObject::invokeMethod(this, [this, outcome] { Finish(outcome); }, Qt::QueuedConnection);

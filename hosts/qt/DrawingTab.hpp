@@ -18,7 +18,8 @@ class DrawingTab : public QWidget {
   Q_OBJECT
 
  public:
-  explicit DrawingTab(std::filesystem::path path, QWidget* parent = nullptr);
+  // `options`: how the file is read (the system code page of drawings without their own).
+  explicit DrawingTab(std::filesystem::path path, QWidget* parent = nullptr, dxf::ReadOptions options = {});
   ~DrawingTab() override;
 
   // Starts reading the file; `loaded` or `failed` follows on the UI thread.
@@ -62,6 +63,7 @@ class DrawingTab : public QWidget {
   std::filesystem::path path_;
   os::LockHandle lock_;
   std::optional<Error> lockError_;
+  dxf::ReadOptions options_;
   DrawingView* view_;
   std::unique_ptr<dxf::DxfDrawing> drawing_;
   std::shared_ptr<const Scene> scene_;

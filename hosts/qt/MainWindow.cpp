@@ -49,7 +49,7 @@ MainWindow::MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent)
     if (!pickActive_) RunCommand(text);
   });
   BuildMenus();
-  resize(1280, 860);
+  resize(kInitialSize);
 }
 
 MainWindow::~MainWindow() = default;
@@ -100,7 +100,7 @@ DrawingTab* MainWindow::OpenDrawing(const std::filesystem::path& path) {
       tabs_->setCurrentIndex(i);
       return tab(i);
     }
-  auto* tab = new DrawingTab(full, tabs_);
+  auto* tab = new DrawingTab(full, tabs_, dxf::ReadOptions{codePage_.name()});
   int index = tabs_->addTab(tab, tab->title());
   tabs_->setTabToolTip(index, ToQString(full));
   tabs_->setCurrentIndex(index);

@@ -27,6 +27,7 @@ class MainWindow : public QMainWindow {
   // Runs "TQ_STD_INF" on the current drawing; attached by whoever provides the command.
   using CommandRunner = std::function<void(DrawingTab& tab, Editor& editor, HostServices& host)>;
   // (The system code page is the window's: systemCodePage().)
+  static constexpr QSize kInitialSize{1280, 860};
 
   // `systemCodePage`: of the installation's text files, handed to what reads them.
   MainWindow(Text hostIni, CodePage systemCodePage, QWidget* parent = nullptr);
@@ -50,7 +51,7 @@ class MainWindow : public QMainWindow {
   DrawingTab* tab(int index) const;
   int tabCount() const { return tabs_->count(); }
   CommandPanel& panel() { return *panel_; }
-  Editor& editor() { return editor_; }
+  WorkbenchEditor& editor() { return editor_; }
   HostServices& host() { return host_; }
   // The engine the size setting dialog works through; it outlives the window's use of it.
   void SetSizeWorkbook(Workbook* workbook) { host_.SetSizeWorkbook(workbook); }

@@ -36,6 +36,8 @@ class QtDialogHost : public DialogHost {
   const std::vector<QtDialogWindow*>& windows() const { return windows_; }
 
   void SetTranscript(Transcript* transcript) { transcript_ = transcript; }
+  // Told when a modal dialog is about to wait in its loop (a script serves it from there).
+  void SetModalObserver(std::function<void(QtDialogWindow&)> observer) { modalObserver_ = std::move(observer); }
   // After a run: windows closed as the host goes away are not part of the transcript.
   void Quiet() { quiet_ = true; }
 
@@ -43,7 +45,10 @@ class QtDialogHost : public DialogHost {
   void Register(QtDialogWindow& window) { windows_.push_back(&window); }
   void Unregister(QtDialogWindow& window);
   void Shown(QtDialogWindow& window, bool shown, int result);
-  void ModalStarted(QtDialogWindow& window) { modals_.push_back(&window); }
+  void ModalStarted(QtDialogWindow& window) {
+    modals_.push_back(&window);
+    if (modalObserver_) modalObserver_(window);
+  }
   void ModalEnded(QtDialogWindow& window);
   void Dump(QtDialogWindow& window, std::optional<int> control);
 
@@ -53,6 +58,7 @@ class QtDialogHost : public DialogHost {
   std::vector<QtDialogWindow*> windows_;  // live windows, oldest first
   std::vector<QtDialogWindow*> modals_;   // running modal dialogs, outermost first
   Transcript* transcript_ = nullptr;
+  std::function<void(QtDialogWindow&)> modalObserver_;
   bool quiet_ = false;
 };
 

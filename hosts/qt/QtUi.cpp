@@ -83,6 +83,7 @@ MessageAnswer QtUi::ShowMessage(const MessageBoxRequest& request) {
     if (answer == MessageAnswer::Cancel || answers.size() == 1) box.setEscapeButton(ToStandard(answer));
   box_ = &box;
   boxButtons_ = request.buttons;
+  if (waitObserver_) waitObserver_();
   box.exec();
   box_ = nullptr;
   for (MessageAnswer answer : answers)
@@ -101,6 +102,7 @@ std::optional<Text> QtUi::AskOnce(const SaveFileRequest& request) {
   if (!request.defaultName.empty()) dialog.selectFile(ToQ(request.defaultName));
   save_ = &dialog;
   saveRequest_ = &request;
+  if (waitObserver_) waitObserver_();
   int accepted = dialog.exec();
   save_ = nullptr;
   saveRequest_ = nullptr;

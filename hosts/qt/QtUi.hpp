@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
+#include <functional>
 #include <optional>
 
 #include "common/ScriptLine.hpp"
@@ -38,6 +39,9 @@ class QtUi : public Ui {
   QMessageBox* openBox() const { return box_; }
   QFileDialog* openSaveDialog() const { return save_; }
   void SetTranscript(Transcript* transcript) { transcript_ = transcript; }
+  // Told when a message box or the save-file dialog is about to wait in its loop (a script
+  // serves it from there).
+  void SetWaitObserver(std::function<void()> observer) { waitObserver_ = std::move(observer); }
 
  private:
   std::optional<Text> AskOnce(const SaveFileRequest& request);
@@ -50,6 +54,7 @@ class QtUi : public Ui {
   QPointer<QFileDialog> save_;
   const SaveFileRequest* saveRequest_ = nullptr;
   Transcript* transcript_ = nullptr;
+  std::function<void()> waitObserver_;
 };
 
 // The platform's filter "text|pattern|…||" as Qt's name filters ("text (pattern)").

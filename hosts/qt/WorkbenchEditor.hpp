@@ -1,11 +1,25 @@
 #pragma once
 // The Editor port in the workbench: prompts and messages in the command panel, points picked
 // on the canvas of the current drawing.
+#include <functional>
+
 #include "ports/Editor.hpp"
 
 namespace tq::qt {
 
+class DrawingView;
 class MainWindow;
+
+// What answers the editor when a script drives the workbench: the prompts and the printed
+// texts go to its transcript, and its lines answer the pick loop.
+class EditorScript {
+ public:
+  virtual ~EditorScript() = default;
+  virtual void Prompted(TextView prompt) = 0;
+  virtual void Printed(TextView text) = 0;
+  // Gives lines to the pick on `view` until `answered` says the pick loop has its answer.
+  virtual void ServePick(DrawingView& view, const std::function<bool()>& answered) = 0;
+};
 
 class WorkbenchEditor : public Editor {
  public:
@@ -21,8 +35,12 @@ class WorkbenchEditor : public Editor {
   void BeginWaitCursor() override;
   void EndWaitCursor() override;
 
+  // A script answers instead of a person (null: a person again).
+  void SetScript(EditorScript* script) { script_ = script; }
+
  private:
   MainWindow& window_;
+  EditorScript* script_ = nullptr;
 };
 
 }  // namespace tq::qt

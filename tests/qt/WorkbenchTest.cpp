@@ -9,6 +9,7 @@
 #include "base/os/Os.hpp"
 #include "qt/MainWindow.hpp"
 #include "qt/WorkbenchAddIn.hpp"
+#include "qt/WorkbenchScript.hpp"
 #include "support/QtApp.hpp"
 #include "support/DxfText.hpp"
 #include "support/TempDir.hpp"
@@ -280,4 +281,25 @@ TEST(Workbench, WhatACommandChangesShowsAtOnceWhereTheViewIs) {
   EXPECT_EQ(colourOf(), (view::Rgb{255, 0, 0}));
   EXPECT_EQ(tab->view().viewport().scale(), scale);
   EXPECT_TRUE(tab->modified());
+}
+
+TEST(Workbench, AScriptedPointIsAClickWhereThePointShowsAndPansToAPointOutsideTheView) {
+  Workbench w;
+  DrawingTab* tab = w.Open(kExample);
+  ASSERT_TRUE(tab->ready());
+  DrawingView& view = tab->view();
+  view.ZoomWindow({0, 0}, {10000, 8000});
+  std::vector<std::pair<double, double>> picked;
+  QObject::connect(&view, &DrawingView::pointPicked, [&](double x, double y) { picked.emplace_back(x, y); });
+  view.BeginPick();
+  ClickDrawingPoint(view, 1234.5, 678.25);
+  view.BeginPick();
+  view::Vec2 centreBefore = view.viewport().centre();
+  ClickDrawingPoint(view, 200000, 1000);  // far outside the window zoomed to
+  ASSERT_EQ(picked.size(), 2u);
+  EXPECT_NEAR(picked[0].first, 1234.5, 1e-6);
+  EXPECT_NEAR(picked[0].second, 678.25, 1e-6);
+  EXPECT_NEAR(picked[1].first, 200000, 1e-6);
+  EXPECT_NEAR(picked[1].second, 1000, 1e-6);
+  EXPECT_NE(view.viewport().centre().x, centreBefore.x);  // the view moved to show the point
 }

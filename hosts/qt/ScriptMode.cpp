@@ -1,0 +1,71 @@
+#include "qt/ScriptMode.hpp"
+
+#include <QApplication>
+#include <QTimer>
+
+#include "common/ScriptFile.hpp"
+#include "common/ScriptSave.hpp"
+#include "qt/MainWindow.hpp"
+
+namespace tq::qt {
+
+ScriptMode::ScriptMode(MainWindow& window, ScriptModeOptions options, std::ostream& out, std::ostream& err, Stop stop)
+    : window_(window), options_(std::move(options)), out_(out), err_(err), stop_(std::move(stop)) {}
+
+ScriptMode::~ScriptMode() = default;
+
+void ScriptMode::Quit(int status) {
+  QTimer::singleShot(0, qApp, [status] { QApplication::exit(status); });
+}
+
+void ScriptMode::Start() {
+  Result<Text> script = ReadScriptText(options_.script, window_.systemCodePage());
+  if (!script) {
+    err_ << "tqstd-workbench: " << script.error().Describe() << "\n";
+    return Quit(1);
+  }
+  session_ = std::make_unique<WorkbenchScript>(window_, *script, out_);
+  if (options_.screenshots) {
+    std::error_code ec;
+    std::filesystem::create_directories(*options_.screenshots, ec);
+    screenshots_ = std::make_unique<Screenshots>(window_, *options_.screenshots);
+    session_->transcript().SetObserver([this](std::string_view kind) { screenshots_->BeforeEvent(kind); });
+  }
+  session_->runner().SetStopHandler([this] {
+    FinishScreenshots();
+    out_.flush();
+    stop_();
+  });
+  QObject::connect(&window_, &MainWindow::drawingLoaded, &window_, [this](DrawingTab* tab) {
+    QTimer::singleShot(0, tab, [this, tab] { Quit(Finish(*tab)); });
+  });
+  QObject::connect(&window_, &MainWindow::drawingFailed, &window_, [this](const QString& message) {
+    err_ << "tqstd-workbench: " << message.toStdString() << "\n";
+    Quit(1);
+  });
+  window_.OpenDrawing(options_.drawing);
+}
+
+int ScriptMode::Finish(DrawingTab& tab) {
+  if (!session_->Run()) return 1;  // nothing is saved after a line that could not be applied
+  ScriptOutput output{tab.path(), options_.output, options_.noSave};
+  Status saved = SaveAfterScript(*tab.drawing(), output, session_->transcript());
+  bool pictures = FinishScreenshots();
+  // Windows closed as the workbench goes away are not part of the run.
+  session_->transcript().End();
+  if (!saved) {
+    err_ << "tqstd-workbench: " << saved.error().Describe() << "\n";
+    return 1;
+  }
+  return pictures ? 0 : 1;
+}
+
+bool ScriptMode::FinishScreenshots() {
+  if (!screenshots_) return true;
+  screenshots_->Flush();
+  if (screenshots_->status()) return true;
+  err_ << "tqstd-workbench: " << screenshots_->status().error().Describe() << "\n";
+  return false;
+}
+
+}  // namespace tq::qt
