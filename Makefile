@@ -55,6 +55,7 @@ bench:
 	./bench/run_sizetable.sh build/release
 	./bench/run_takeoff.sh build/release
 	./bench/run_collect.sh build/release
+	./bench/run_save.sh build/release
 	./bench/run_script.sh build/release
 	./bench/run_calc.sh build/release
 	./bench/run_workbench.sh build/release

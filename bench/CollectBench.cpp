@@ -125,7 +125,7 @@ int main(int argc, char** argv) {
     if (line.find("\"text\":\"save ") != std::string::npos || line.find("answer OK") != std::string::npos) output += ms;
 
   Clock::time_point s0 = Clock::now();
-  drawing->Save(work / "collect-registered.dxf");
+  if (tq::Status saved = drawing->Save(work / "collect-registered.dxf"); !saved) throw std::runtime_error(saved.error().Describe());
   double save = Ms(Clock::now() - s0);
   double whole = Ms(end - start);
 

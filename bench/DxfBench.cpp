@@ -63,7 +63,9 @@ int main(int argc, char** argv) {
     if (argc < 4) return 2;
     if (argc > 4) repeat = std::stoi(argv[4]);
     auto doc = tq::dxf::Document::ReadFile(file).value();
-    double t = Best(repeat, [&] { doc->Save(argv[3]); });
+    double t = Best(repeat, [&] {
+      if (tq::Status saved = doc->Save(argv[3]); !saved) throw std::runtime_error(saved.error().Describe());
+    });
     std::printf("save %.4f s\n", t);
     return 0;
   }

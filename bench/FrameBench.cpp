@@ -82,7 +82,7 @@ int main(int argc, char** argv) {
   tq::MarkFrames(context, without, true);
   double markWithout = Since(start);
   start = Clock::now();
-  drawing->Save(dir / "marked.dxf");
+  if (tq::Status saved = drawing->Save(dir / "marked.dxf"); !saved) throw std::runtime_error(saved.error().Describe());
   double save = Since(start);
   start = Clock::now();
   drawing.reset();

@@ -349,14 +349,16 @@ size_t XDataSizeOf(const Tags& tags) {
 size_t XDataSize(const std::vector<Tag>& tags) { return XDataSizeOf(tags); }
 size_t XDataSize(const TagList& tags) { return XDataSizeOf(tags); }
 
-void Document::CheckXDataLimits() const {
+Status Document::CheckXDataLimits() const {
   for (uint32_t i : editedRecords_) {
     const EntityRecord& rec = records_[i];
     if (!rec.edit || rec.erased) continue;
     if (XDataSize(*rec.edit) > kXDataLimit)
-      throw std::runtime_error("the extended data of entity " + FormatHandle(rec.handle) + " (" + std::string(rec.type) +
-                               ", line " + std::to_string(rec.line) + ") passes the 16 KB limit of a drawing object");
+      return MakeError(ErrorCode::TooLarge, "the extended data of entity " + FormatHandle(rec.handle) + " (" +
+                                                std::string(rec.type) + ", line " + std::to_string(rec.line) +
+                                                ") passes the 16 KB limit of a drawing object");
   }
+  return {};
 }
 
 std::string Document::Serialize() const {
@@ -366,17 +368,30 @@ std::string Document::Serialize() const {
   return out;
 }
 
-void Document::Save(const std::filesystem::path& path) const {
-  CheckXDataLimits();
-  Result<os::OutputFile> temp = os::CreateTempFileBeside(path);
-  if (!temp) throw std::runtime_error("cannot save " + os::Shown(path) + ": " + temp.error().Describe());
+namespace {
+// What a failed save left: the file as it was, or no file where there was none.
+Error NotSaved(const std::filesystem::path& path, bool existed, const Error& cause) {
+  Error error = cause;
+  error.message = FromUtf8("cannot save " + os::Shown(path) + ": " + cause.Describe() + "; " +
+                           (existed ? os::Shown(path) + " is as it was" : std::string("nothing was written")));
+  return error;
+}
+}  // namespace
+
+Status Document::Save(const std::filesystem::path& path, const os::FaultPlan* faults) const {
+  std::error_code ec;
+  bool existed = std::filesystem::exists(path, ec);
+  if (Status fits = CheckXDataLimits(); !fits) return NotSaved(path, existed, fits.error());
+  Result<os::OutputFile> temp = os::CreateTempFileBeside(path, faults);
+  if (!temp) return NotSaved(path, existed, temp.error());
   Status saved;
   WriteTo([&](std::string_view piece) {
     if (saved) saved = temp->Write(piece);
   });
   if (saved) saved = os::ReplaceKeepingBackup(std::move(*temp), path);
   else (void)os::Discard(std::move(*temp));
-  if (!saved) throw std::runtime_error("cannot save " + os::Shown(path) + ": " + saved.error().Describe());
+  if (!saved) return NotSaved(path, existed, saved.error());
+  return {};
 }
 
 }  // namespace tq::dxf

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/Result.hpp"
+#include "base/os/Os.hpp"
 #include "base/Text.hpp"
 #include "dxf/Audit.hpp"
 #include "dxf/DxfCodec.hpp"
@@ -172,13 +173,14 @@ class Document {
   uint64_t highestHandle() const { return highestHandle_; }
   const std::string& modelSpaceHandle() const { return modelSpaceHandle_; }
 
-  // The extended data of every changed entity within the format's per-object limit;
-  // throws std::runtime_error naming the first entity that passes it.
-  void CheckXDataLimits() const;
+  // The extended data of every changed entity within the format's per-object limit; an
+  // error naming the first entity that passes it.
+  Status CheckXDataLimits() const;
   std::string Serialize() const;
   // Written to a temporary file beside the target, flushed and renamed over it; the
-  // previous file is kept as ".bak". A failure leaves the target untouched.
-  void Save(const std::filesystem::path& path) const;
+  // previous file is kept as ".bak", and when it cannot be nothing is saved. A failure leaves
+  // the target as it was and says so. `faults` is for tests of those failures.
+  Status Save(const std::filesystem::path& path, const os::FaultPlan* faults = nullptr) const;
   bool modified() const { return modified_; }
 
  private:

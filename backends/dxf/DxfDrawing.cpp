@@ -49,7 +49,9 @@ Result<std::unique_ptr<DxfDrawing>> DxfDrawing::Open(const std::filesystem::path
 DxfDrawing::DxfDrawing(std::unique_ptr<Document> doc, std::filesystem::path path)
     : doc_(std::move(doc)), path_(std::move(path)), recordLayers_(doc_->records().size()) {}
 
-void DxfDrawing::Save(const std::filesystem::path& path) const { doc_->Save(path.empty() ? path_ : path); }
+Status DxfDrawing::Save(const std::filesystem::path& path, const os::FaultPlan* faults) const {
+  return doc_->Save(path.empty() ? path_ : path, faults);
+}
 
 const EntityRecord* DxfDrawing::Record(ObjectId id) const {
   if (id.isNull() || id.value > doc_->records().size()) return nullptr;

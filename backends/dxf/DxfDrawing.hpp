@@ -22,7 +22,7 @@ class DxfDrawing : public Drawing {
   Document& document() { return *doc_; }
   const Document& document() const { return *doc_; }
   // Atomic save (with a ".bak" of the previous file); to the drawing's own file by default.
-  void Save(const std::filesystem::path& path = {}) const;
+  Status Save(const std::filesystem::path& path = {}, const os::FaultPlan* faults = nullptr) const;
 
   std::vector<ObjectId> SelectAll(const SelectionFilter& filter) const override;
   std::vector<ObjectId> SelectWindow(const SelectionFilter& filter, const Rect& window) const override;

@@ -10,8 +10,17 @@ std::string Utf8Path(const std::filesystem::path& path) {
   return std::string(u8.begin(), u8.end());
 }
 
-DrawingSession::DrawingSession(const Context& context, const std::string& drawing)
-    : path_(std::u8string(drawing.begin(), drawing.end())), editor_(*context.out), settings_(*context.folders) {
+std::filesystem::path PathOf(const std::string& utf8) { return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())); }
+
+os::LockHandle LockForWriting(const std::filesystem::path& target) {
+  Result<os::LockHandle> lock = os::AcquireDrawingLock(target);
+  if (!lock) throw UserError(lock.error().Describe() + "; nothing was changed");
+  return std::move(lock).value();
+}
+
+DrawingSession::DrawingSession(const Context& context, const std::string& drawing, const std::filesystem::path& writes)
+    : path_(PathOf(drawing)), editor_(*context.out), settings_(*context.folders) {
+  if (!writes.empty()) lock_ = LockForWriting(writes);
   Result<std::unique_ptr<dxf::DxfDrawing>> opened = dxf::DxfDrawing::Open(path_, dxf::ReadOptions{context.codePage->name()});
   if (!opened) throw UserError(drawing + ": " + opened.error().Describe());
   drawing_ = std::move(opened).value();

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "base/os/Os.hpp"
 #include "cli/Cli.hpp"
 #include "common/ConsoleEditor.hpp"
 #include "drawing/FrameGrid.hpp"
@@ -12,8 +13,10 @@ namespace tq::cli {
 
 class DrawingSession {
  public:
-  // Throws UserError when the drawing cannot be read or the data folder is not set.
-  DrawingSession(const Context& context, const std::string& drawing);
+  // Throws UserError when the drawing cannot be read or the data folder is not set. A command
+  // that will write names the file it writes: it is locked before the drawing is read and
+  // stays locked while the session lives; another writer's lock stops the command here.
+  DrawingSession(const Context& context, const std::string& drawing, const std::filesystem::path& writes = {});
 
   dxf::DxfDrawing& drawing() { return *drawing_; }
   ConsoleEditor& editor() { return editor_; }
@@ -27,6 +30,7 @@ class DrawingSession {
 
  private:
   std::filesystem::path path_;
+  os::LockHandle lock_;  // released after everything below
   std::unique_ptr<dxf::DxfDrawing> drawing_;
   ConsoleEditor editor_;
   StdSettings settings_;
@@ -35,5 +39,10 @@ class DrawingSession {
 };
 
 std::string Utf8Path(const std::filesystem::path& path);
+std::filesystem::path PathOf(const std::string& utf8);
+
+// The lock of a file the command will write, taken before anything changes; UserError naming
+// the holder when another process has it.
+os::LockHandle LockForWriting(const std::filesystem::path& target);
 
 }  // namespace tq::cli

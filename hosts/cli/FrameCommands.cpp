@@ -85,7 +85,8 @@ int RunCheck(const Context& context, const std::string& drawing) {
 }
 
 int RunMark(const Context& context, const std::string& drawing, const MarkOptions& options) {
-  DrawingSession session(context, drawing);
+  std::filesystem::path target = PathOf(options.output.empty() ? drawing : options.output);
+  DrawingSession session(context, drawing, target);
   std::vector<ObjectId> sheets;
   if (options.sheets.empty()) {
     std::vector<ObjectId> with;
@@ -107,13 +108,7 @@ int RunMark(const Context& context, const std::string& drawing, const MarkOption
     out << "nothing to " << (options.restore ? "restore" : "mark") << "; the drawing is left as it was\n";
     return 0;
   }
-  std::filesystem::path target = options.output.empty() ? session.path()
-                                                        : std::filesystem::path(std::u8string(options.output.begin(), options.output.end()));
-  try {
-    session.drawing().Save(target);
-  } catch (const std::exception& e) {
-    throw UserError(e.what());
-  }
+  if (Status saved = session.drawing().Save(target); !saved) throw UserError(saved.error().Describe());
   // The frames in which something was actually marked or restored.
   out << (options.restore ? "restored" : "marked") << " the frames of " << frames;
   if (frames != sheets.size()) out << " of " << sheets.size();

@@ -1,6 +1,7 @@
 #include "cli/ScriptCommand.hpp"
 
 #include "base/Paths.hpp"
+#include "cli/DrawingSession.hpp"
 #include "common/ScriptFile.hpp"
 #include "common/ScriptSave.hpp"
 #include "dxf/DxfDrawing.hpp"
@@ -8,16 +9,16 @@
 
 namespace tq::cli {
 
-namespace {
-std::filesystem::path PathOf(const std::string& utf8) { return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())); }
-}  // namespace
-
 int RunScript(const Context& context, const ScriptOptions& options) {
-  Result<Text> script = ReadScriptText(options.script, *context.codePage);
-  if (!script) throw UserError(script.error().Describe());
   // The drawing is known by its full path, as the workbench knows it: the name a save-file
   // dialog proposes and the path of the saved drawing do not depend on how it was typed.
   std::filesystem::path path = std::filesystem::absolute(PathOf(options.drawing));
+  std::filesystem::path target = options.output.empty() ? path : PathOf(options.output);
+  // Locked before the script is read and the drawing opened: a second writer stops before either.
+  os::LockHandle lock;
+  if (!options.noSave) lock = LockForWriting(target);
+  Result<Text> script = ReadScriptText(options.script, *context.codePage);
+  if (!script) throw UserError(script.error().Describe());
   Result<std::unique_ptr<dxf::DxfDrawing>> opened = dxf::DxfDrawing::Open(path, dxf::ReadOptions{context.codePage->name()});
   if (!opened) throw UserError(options.drawing + ": " + opened.error().Describe());
   std::unique_ptr<dxf::DxfDrawing> drawing = std::move(opened).value();

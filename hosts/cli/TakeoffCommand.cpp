@@ -70,7 +70,8 @@ void WarnOfMovingRows(const Drawing& drawing, const TakeoffJob& job) {
 int RunTakeoff(const Context& context, const std::string& drawing, const TakeoffOptions& options) {
   // The reference tables and the output settings are all in the system folder.
   if (Status system = context.folders->CheckSystemFolder(); !system) throw UserError(system.error().Describe());
-  DrawingSession session(context, drawing);
+  // Registering saves the drawing: it is locked before anything is read or written.
+  DrawingSession session(context, drawing, options.registerRows ? PathOf(drawing) : std::filesystem::path());
   std::ostream& out = *context.out;
   std::optional<StandardDrawings> found = FindStandardDrawingsForTakeoff(session.context());
   if (!found) return 0;
@@ -115,21 +116,24 @@ int RunTakeoff(const Context& context, const std::string& drawing, const Takeoff
   Result<OutputResult> result =
       OutputTakeoff(job->data, job->tables, *context.folders, choices, FromFsPath(session.path()), lines, hooks);
   if (warned) std::cerr << '\n';
-  if (!result) throw UserError(result.error().Describe() + "; no file was written");
-  if (result->outcome == OutputResult::Outcome::Written)
-    out << "wrote " << Utf8Path(result->path) << " (" << lines.lines.size() << " lines)\n";
-  else out << "nothing written: nothing to output\n";
+  if (!result)
+    throw UserError(result.error().Describe() + "; no file was written" +
+                    (options.registerRows ? ", and the drawing was not saved" : ""));
+  bool wrote = result->outcome == OutputResult::Outcome::Written;
+  std::string written = wrote ? "wrote " + Utf8Path(result->path) + " (" + std::to_string(lines.lines.size()) + " lines)\n"
+                              : "nothing written: nothing to output\n";
+  // With registration, nothing is reported until both the file and the drawing are written;
+  // when the drawing cannot be, the message says which of the two now exists.
   if (options.registerRows) {
     WarnOfMovingRows(session.drawing(), *job);
+    std::string fileState = wrote ? "; " + Utf8Path(result->path) + " was written, the rows are not registered"
+                                  : "; no takeoff file was written";
     if (Status registered = RegisterTakeoff(session.drawing(), job->data, job->pairing); !registered)
-      throw UserError(registered.error().Describe() + "; the drawing was not saved");
-    try {
-      session.drawing().Save();
-    } catch (const std::exception& e) {
-      throw UserError(e.what());
-    }
-    out << "registered the rows in " << Utf8Path(session.path()) << '\n';
+      throw UserError(registered.error().Describe() + "; " + Utf8Path(session.path()) + " is as it was" + fileState);
+    if (Status saved = session.drawing().Save(); !saved) throw UserError(saved.error().Describe() + fileState);
   }
+  out << written;
+  if (options.registerRows) out << "registered the rows in " << Utf8Path(session.path()) << '\n';
   return 0;
 }
 

@@ -84,5 +84,6 @@ int Main(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   tq::os::UseBinaryStandardStreams();
+  tq::os::ReportFileSizeLimitAsError();
   return tq::cli::Main(argc, argv);
 }

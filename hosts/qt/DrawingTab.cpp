@@ -32,6 +32,8 @@ QString DrawingTab::title() const {
 
 void DrawingTab::Load() {
   if (worker_.joinable()) return;
+  if (Result<os::LockHandle> lock = os::AcquireDrawingLock(path_); lock) lock_ = std::move(lock).value();
+  else lockError_ = lock.error();
   worker_ = std::thread([this, path = path_, options = options_] {
     auto outcome = std::make_shared<Outcome>();
     try {
@@ -101,14 +103,26 @@ QString DrawingTab::SkippedSummary() const {
 
 Status DrawingTab::Save(const std::filesystem::path& path) {
   if (!drawing_) return MakeError(ErrorCode::Busy, "the drawing is still being read");
-  try {
-    drawing_->document().CheckXDataLimits();
-    drawing_->Save(path.empty() ? path_ : path);
-    savedSinceChange_ = true;
-  } catch (const std::exception& e) {
-    return MakeError(ErrorCode::CannotWrite, e.what());
+  bool inPlace = path.empty() || path == path_;
+  if (inPlace && lockError_) {
+    Error refused = *lockError_;
+    refused.message += u"; it was not saved (save it under another name)";
+    return refused;
   }
-  if (!path.empty()) path_ = path;
+  // Another name: locked while it is written, and from then on the tab's file.
+  os::LockHandle other;
+  if (!inPlace) {
+    Result<os::LockHandle> lock = os::AcquireDrawingLock(path);
+    if (!lock) return lock.error();
+    other = std::move(lock).value();
+  }
+  if (Status saved = drawing_->Save(inPlace ? path_ : path); !saved) return saved;
+  savedSinceChange_ = true;
+  if (!inPlace) {
+    path_ = path;
+    lock_ = std::move(other);
+    lockError_.reset();
+  }
   return Status();
 }
 

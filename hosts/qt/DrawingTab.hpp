@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "base/Result.hpp"
+#include "base/os/Os.hpp"
 #include "dxf/DxfDrawing.hpp"
 #include "qt/DrawingView.hpp"
 
@@ -41,8 +42,14 @@ class DrawingTab : public QWidget {
   // the view kept where it is.
   Status Refresh();
 
-  // The atomic save with ".bak"; to the drawing's own file when `path` is empty.
+  // The atomic save with ".bak"; to the drawing's own file when `path` is empty. The drawing is
+  // locked from before it is read until the tab closes, as CAD programs do: when another
+  // process held it then, saving it in place is refused naming that holder (saving under
+  // another name is not), for its changes would be lost. Another name is locked while it is
+  // written.
   Status Save(const std::filesystem::path& path = {});
+  // Why the drawing cannot be saved in place, when another process held it at opening.
+  const std::optional<Error>& lockError() const { return lockError_; }
 
  signals:
   void progress(int percent);
@@ -54,6 +61,8 @@ class DrawingTab : public QWidget {
   void Finish(std::shared_ptr<Outcome> outcome);
 
   std::filesystem::path path_;
+  os::LockHandle lock_;
+  std::optional<Error> lockError_;
   dxf::ReadOptions options_;
   DrawingView* view_;
   std::unique_ptr<dxf::DxfDrawing> drawing_;

@@ -37,11 +37,8 @@ std::optional<std::string> ReadFileBytes(const std::filesystem::path& path) {
   return std::move(*bytes);
 }
 
-Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes) {
-  Result<os::OutputFile> file = os::CreateOutputFile(path);
-  if (!file) return file.error();
-  if (Status written = file->Write(bytes); !written) return written;
-  return file->Close();
+Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, const os::FaultPlan* faults) {
+  return os::WriteFileAtomically(path, bytes, os::Backup::None, faults);
 }
 
 }  // namespace tq

@@ -9,6 +9,10 @@
 
 namespace tq {
 
+namespace os {
+struct FaultPlan;
+}
+
 // The folder, a separator unless the folder already ends with one, then the name.
 Text JoinPath(TextView folder, TextView name);
 
@@ -18,7 +22,9 @@ Text FromFsPath(const std::filesystem::path& path);
 
 // The whole file, or nothing when it cannot be read.
 std::optional<std::string> ReadFileBytes(const std::filesystem::path& path);
-// An error naming the file when it cannot be written.
-Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes);
+// Written to a temporary file beside it and renamed into its place, so that a failure (a full
+// disk, a size limit) leaves what was there before whole; an error naming the file and the cause
+// when it cannot be written. `faults` is for tests of those failures.
+Status WriteFileBytes(const std::filesystem::path& path, std::string_view bytes, const os::FaultPlan* faults = nullptr);
 
 }  // namespace tq

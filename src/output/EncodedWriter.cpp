@@ -76,13 +76,14 @@ int CharacterWriter::Write(std::FILE* stream, TextView text, int mode, const Wri
   return 0;
 }
 
-Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage) {
+Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage,
+                       const os::FaultPlan* faults) {
   if (path.empty()) return MakeError(ErrorCode::NotFound, u"no output file was named");
   CharacterWriter writer(systemCodePage);
   std::string bytes;
   int units = 0;
   for (const Text& line : lines) bytes += writer.Encoded(line + u"\r\n", TextMode::SystemCodePage, {}, units);
-  return WriteFileBytes(path, bytes);
+  return WriteFileBytes(path, bytes, faults);
 }
 
 }  // namespace tq

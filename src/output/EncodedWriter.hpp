@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "base/Encoding.hpp"
+#include "base/Paths.hpp"
 #include "base/Result.hpp"
 #include "base/Text.hpp"
 
@@ -46,8 +47,10 @@ class CharacterWriter {
   std::unordered_map<char16_t, Bytes> units_;
 };
 
-// Every line followed by CR LF, in the system code page, no byte-order mark. An error naming
-// the file for an empty path, a file that cannot be opened, or a write that fell short.
-Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage);
+// Every line followed by CR LF, in the system code page, no byte-order mark, put in the
+// file's place in one step (WriteFileBytes). An error naming the file for an empty path, a
+// file that cannot be created, or a write that fell short; the old file is then as it was.
+Status WriteOutputFile(const std::filesystem::path& path, const std::vector<Text>& lines, const CodePage& systemCodePage,
+                       const os::FaultPlan* faults = nullptr);
 
 }  // namespace tq

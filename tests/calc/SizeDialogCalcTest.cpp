@@ -63,7 +63,7 @@ TEST(SizeDialogCalc, RegistrationRecordsTheComputedPartsRowsRestoresTheQuantitie
 
   // The table of frame (1, 1) as ezdxf reads the saved drawing.
   std::filesystem::path saved = site.copy.dir / "registered.dxf";
-  site.drawing->Save(saved);
+  ASSERT_TRUE(site.drawing->Save(saved));
   test::RunResult read = test::RunCommand(std::string(TQ_PYTHON) + " " + TQ_SOURCE_DIR + "/tests/calc/ezdxf_size_table.py '" +
                                           saved.string() + "' 29900 24000 37100 27400");
   ASSERT_EQ(read.status, 0) << read.out;

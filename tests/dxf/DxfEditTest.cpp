@@ -180,7 +180,7 @@ TEST(DxfEdit, SaveIsAtomicAndKeepsTheOldFileAsBackup) {
   dir.Write("plan.dxf", original);
   auto drawing = dxf::DxfDrawing::Open(dir / "plan.dxf").value();
   drawing->SetColourIndex(drawing->FindHandle(u"A1"), 5);
-  drawing->Save();
+  ASSERT_TRUE(drawing->Save());
   EXPECT_EQ(dir.Read("plan.dxf.bak"), original);
   EXPECT_NE(dir.Read("plan.dxf"), original);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 2);
@@ -192,7 +192,9 @@ TEST(DxfEdit, FailedSaveLeavesTheOriginalUntouched) {
   dir.Write("plan.dxf", original);
   auto drawing = dxf::DxfDrawing::Open(dir / "plan.dxf").value();
   drawing->SetColourIndex(drawing->FindHandle(u"A1"), 5);
-  EXPECT_THROW(drawing->Save(dir / "no-such-folder" / "plan.dxf"), std::runtime_error);
+  Status saved = drawing->Save(dir / "no-such-folder" / "plan.dxf");
+  ASSERT_FALSE(saved);
+  EXPECT_NE(saved.error().Describe().find("no-such-folder"), std::string::npos) << saved.error().Describe();
   EXPECT_EQ(dir.Read("plan.dxf"), original);
 }
 

@@ -19,7 +19,7 @@ TEST_P(EzdxfFixture, OpenAndSaveWithoutChangesIsByteIdentical) {
   auto doc = dxf::Document::Read(original).value();
   EXPECT_EQ(doc->Serialize(), original);
   TempDir dir;
-  doc->Save(dir / "copy.dxf");
+  ASSERT_TRUE(doc->Save(dir / "copy.dxf"));
   EXPECT_EQ(dir.Read("copy.dxf"), original);
 }
 

@@ -65,7 +65,7 @@ TEST_P(EzdxfInterop, DrawingWeWriteIsReadByEzdxfWithTheSameDataAndPassesItsAudit
   ObjectId newLine = drawing->AddLine({{0, 0, 0}, {28000, 19800, 0}, u"枠", 256, u"", kLineweightByLayer});
   ObjectId newText = drawing->AddText({u"追加-１", {100, 200, 0}, 350, 0.8, 0, u"5", 256});
   ASSERT_EQ(drawing->Erase(arc), EditResult::Ok);
-  drawing->Save();
+  ASSERT_TRUE(drawing->Save());
 
   Listing after = EzdxfRead(path);
   // ezdxf does not decode the \U+XXXX escapes of layer names in an ANSI_1252 drawing (our

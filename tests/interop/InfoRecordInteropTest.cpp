@@ -27,7 +27,7 @@ TEST(InfoRecordInterop, RecordsWeWriteAreReadByEzdxfLineForLine) {
     }
     records[2][3].member(RowMember::kSpecification) = Text(150, u'仕');  // a line longer than one string may hold
     ASSERT_TRUE(WriteInfoRecords(*drawing, sheet, records, CountInfoRecords(*drawing, sheet)));
-    drawing->Save();
+    ASSERT_TRUE(drawing->Save());
     RunResult r = RunEzdxfTool("read " + path.string());
     ASSERT_EQ(r.status, 0) << r.out;
     Listing listing = ParseListing(r.out);

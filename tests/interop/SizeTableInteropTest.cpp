@@ -94,7 +94,7 @@ TEST(SizeTableInterop, TextsAndLinesWrittenIntoTheExampleDrawingAreReadBackByEzd
   ASSERT_EQ(written.size(), 16u);  // 5 + 4 + 4 + 3 values, the empty ones skipped
   std::vector<std::string> erasedRows;
   for (ObjectId id : table->rowLines) erasedRows.push_back(ToUtf8(site.drawing->Handle(id)));
-  site.drawing->Save();
+  ASSERT_TRUE(site.drawing->Save());
 
   EzdxfGeometry g = ReadWithEzdxf(site.drawingPath, frame);
   EXPECT_EQ(g.auditErrors, 0) << g.output;

@@ -252,3 +252,20 @@ TEST(OsLock, AMalformedLockFileIsReportedAsSuch) {
   ASSERT_FALSE(owner);
   EXPECT_EQ(owner.error().code, ErrorCode::Malformed);
 }
+
+TEST(OsLock, AnUnreadableLockFileStandsWhileFreshAndIsReplacedWhenOld) {
+  TempDir dir;
+  Write(dir / "d.dxf", "drawing");
+  Write(os::LockFileOf(dir / "d.dxf"), "");  // what a crash of the system may leave
+  Result<os::LockHandle> fresh = os::AcquireDrawingLock(dir / "d.dxf");
+  ASSERT_FALSE(fresh);
+  EXPECT_EQ(fresh.error().code, ErrorCode::Locked);
+  EXPECT_NE(fresh.error().Describe().find("its lock file cannot be read"), std::string::npos) << fresh.error().Describe();
+  std::filesystem::last_write_time(os::LockFileOf(dir / "d.dxf"),
+                                   std::filesystem::file_time_type::clock::now() - std::chrono::minutes(2));
+  Result<os::LockHandle> old = os::AcquireDrawingLock(dir / "d.dxf");
+  ASSERT_TRUE(old) << old.error().Describe();
+  Result<os::LockOwner> owner = os::ReadLockFile(os::LockFileOf(dir / "d.dxf"));
+  ASSERT_TRUE(owner);
+  EXPECT_EQ(owner->process, os::CurrentOwner().process);
+}

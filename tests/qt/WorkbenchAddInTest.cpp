@@ -94,8 +94,11 @@ TEST(WorkbenchAddIn, TwoDrawingsOpenKeepSeparatePerDocumentData) {
 }
 
 TEST(WorkbenchAddIn, WhileAPointPromptWaitsTheMainDialogStaysShownAndLeavesTheInputToIt) {
+  // A copy: an open drawing is locked beside its file, never in the source tree other tests copy.
+  TempDir dir;
+  std::filesystem::copy_file(kExample, dir / "a.dxf");
   Workbench w;
-  w.Open(kExample);
+  w.Open(dir / "a.dxf");
   w.window.RunCommand(QStringLiteral("TQ_STD_INF"));
   PromptSeen seen = CancelledInfoCheck(w);
   EXPECT_TRUE(seen.shown);

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 
+#include "base/os/Os.hpp"
 #include "qt/MainWindow.hpp"
 #include "qt/WorkbenchAddIn.hpp"
 #include "qt/WorkbenchScript.hpp"
@@ -42,7 +43,15 @@ struct Workbench {
       box->button(button)->click();
     });
   }
+  // A copy of the example drawing: an open drawing is locked beside its file, which must not
+  // happen in the source tree that other tests copy at the same time.
+  std::filesystem::path Example() {
+    std::filesystem::path copy = examples.path() / "設備標準図.dxf";
+    if (!std::filesystem::exists(copy)) std::filesystem::copy_file(kExample, copy);
+    return copy;
+  }
   QApplication& app = QtApp();
+  TempDir examples;  // outlives the window and the locks of its tabs
   MainWindow window;
   QString asked;
 };
@@ -142,17 +151,56 @@ TEST(Workbench, YesSavesAtomicallyKeepingTheOldFileAsBak) {
   EXPECT_TRUE(dir.Read("a.dxf.bak") == before);  // the file as it was, kept beside it
 }
 
+TEST(Workbench, AnOpenDrawingIsLockedUntilItsTabCloses) {
+  TempDir dir;
+  std::filesystem::copy_file(kExample, dir / "a.dxf");
+  Workbench w;
+  w.Open(dir / "a.dxf");
+  Result<os::LockOwner> holder = os::ReadLockFile(os::LockFileOf(dir / "a.dxf"));
+  ASSERT_TRUE(holder) << "the open drawing is not locked";
+  EXPECT_EQ(holder->process, os::CurrentOwner().process);
+  EXPECT_TRUE(w.window.CloseTab(0));
+  EXPECT_FALSE(std::filesystem::exists(os::LockFileOf(dir / "a.dxf")));
+}
+
+TEST(Workbench, ADrawingAnotherWriterHeldAtOpeningIsNotSavedInPlaceAndTheHolderIsNamed) {
+  TempDir dir;
+  std::filesystem::copy_file(kExample, dir / "a.dxf");
+  std::string before = dir.Read("a.dxf");
+  // Another writer's lock: a live process of this host (this one, as the file tells it).
+  os::LockOwner other = os::CurrentOwner();
+  other.user = u"佐藤";
+  dir.Write("a.dxf.lock", os::FormatLockFile(other));
+  Workbench w;
+  DrawingTab* tab = w.Open(dir / "a.dxf");
+  ChangeSomething(*tab);
+  Status saved = tab->Save();
+  ASSERT_FALSE(saved);
+  EXPECT_NE(saved.error().Describe().find("it is in use by 佐藤 on " + ToUtf8(other.host) + " (process " +
+                                          std::to_string(other.process) + ", since " + other.time + ")"),
+            std::string::npos)
+      << saved.error().Describe();
+  EXPECT_TRUE(dir.Read("a.dxf") == before);
+  EXPECT_FALSE(std::filesystem::exists(dir / "a.dxf.bak"));
+  // Under another name it is saved, and that file is the tab's from then on.
+  Status savedAs = tab->Save(dir / "b.dxf");
+  ASSERT_TRUE(savedAs) << savedAs.error().Describe();
+  EXPECT_TRUE(dir.Read("b.dxf") != before);
+  EXPECT_TRUE(std::filesystem::exists(os::LockFileOf(dir / "b.dxf")));
+  EXPECT_TRUE(tab->Save());
+}
+
 TEST(Workbench, AnUnchangedDrawingClosesWithoutAsking) {
   Workbench w;
-  w.Open(kExample);
+  w.Open(w.Example());
   EXPECT_TRUE(w.window.CloseTab(0));
   EXPECT_EQ(w.window.tabCount(), 0);
-  EXPECT_TRUE(w.window.recentFiles().contains(QString::fromStdU16String(kExample.u16string())));
+  EXPECT_TRUE(w.window.recentFiles().contains(QString::fromStdU16String(w.Example().u16string())));
 }
 
 TEST(Workbench, APointPromptIsAnsweredByAClickOnTheCanvas) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   DrawingView& canvas = tab->view();
   QPointF at(200, 150);
   QTimer::singleShot(0, &canvas, [&] {
@@ -171,7 +219,7 @@ TEST(Workbench, APointPromptIsAnsweredByAClickOnTheCanvas) {
 
 TEST(Workbench, EscCancelsAPointPrompt) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   QTimer::singleShot(0, &tab->view(), [&] {
     QKeyEvent esc(QEvent::KeyPress, Qt::Key_Escape, {});
     QApplication::sendEvent(&tab->view(), &esc);
@@ -181,7 +229,7 @@ TEST(Workbench, EscCancelsAPointPrompt) {
 
 TEST(Workbench, TheCommandRunsTheAddInOrTheHookAttached) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   w.window.RunCommand(QStringLiteral("tq_std_inf"));
   QtDialogWindow* main = w.window.addIn().dialogs().OpenDialog(200);
   ASSERT_NE(main, nullptr);
@@ -200,7 +248,7 @@ TEST(Workbench, TheCommandRunsTheAddInOrTheHookAttached) {
 
 TEST(Workbench, ZoomCommandsFromThePanel) {
   Workbench w;
-  DrawingTab* tab = w.Open(kExample);
+  DrawingTab* tab = w.Open(w.Example());
   tab->view().ZoomWindow({0, 0}, {1, 1});
   double close = tab->view().viewport().scale();
   w.window.panel().input().setText(QStringLiteral("zoom e"));

@@ -101,7 +101,7 @@ TEST(TakeoffCheckOnePath, TqstdTakeoffWarnsOnStandardErrorAsTheDialogDoesOnTheCo
     lines[2] = JoinLine25(row.fields);
     ASSERT_EQ(drawing->WriteXData(sheet, u"TQ_STDINF01", lines), EditResult::Ok);
     ASSERT_TRUE(ReadSheetName(*drawing, sheet, sheetName));
-    drawing->Save(path);
+    ASSERT_TRUE(drawing->Save(path));
   }
   std::string warning = "\nWARNING:sheet " + ToUtf8(sheetName) +
                         ", TQ_STDINF01 line 3: \"한\" (U+D55C) is not in the code page CP932 and is written as \"?\"";

@@ -2,6 +2,7 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <random>
 
 #include "base/os/Os.hpp"
 
@@ -26,7 +27,107 @@ Result<Path> FollowLink(const Path& requested) {
   if (ec) return FailureOf(ErrorCode::NotFound, "cannot follow the link", requested, ec.message());
   return target;
 }
+
+bool Injected(const std::optional<Fault>& step) {
+  if (!step) return false;
+  SetSystemError(*step);
+  return true;
+}
 }  // namespace detail
+
+std::string_view OutputFile::Allowed(std::string_view bytes, bool& fails) const {
+  fails = false;
+  if (!faults_ || !faults_->writeFailsAtByte || written_ + bytes.size() <= *faults_->writeFailsAtByte) return bytes;
+  fails = true;
+  uint64_t at = *faults_->writeFailsAtByte;
+  return bytes.substr(0, at > written_ ? static_cast<size_t>(at - written_) : 0);
+}
+
+// ---- Temporary files ----
+
+namespace {
+constexpr std::u16string_view kTempMark = u".tqstd-";
+constexpr std::u16string_view kTempEnd = u".tmp";
+
+Path FolderOf(const Path& path) { return path.has_parent_path() ? path.parent_path() : Path("."); }
+
+int64_t SecondsSinceWritten(const std::filesystem::directory_entry& entry) {
+  std::error_code ec;
+  auto written = entry.last_write_time(ec);
+  if (ec) return 0;
+  return std::chrono::duration_cast<std::chrono::seconds>(std::filesystem::file_time_type::clock::now() - written).count();
+}
+int64_t SecondsSinceWritten(const Path& path) {
+  std::error_code ec;
+  std::filesystem::directory_entry entry(path, ec);
+  return ec ? 0 : SecondsSinceWritten(entry);
+}
+
+Text Digits(uint64_t n, int base) {
+  Text text;
+  do {
+    text.insert(text.begin(), u"0123456789abcdef"[n % base]);
+    n /= base;
+  } while (n);
+  return text;
+}
+
+Path TempPathFor(const Path& target, uint64_t random) {
+  Text name = u"." + target.filename().u16string() + Text(kTempMark) + Digits(detail::ProcessId(), 10) + u"-" +
+              Digits(random, 16) + Text(kTempEnd);
+  return FolderOf(target) / Path(name);
+}
+}  // namespace
+
+std::optional<uint64_t> TempFileProcess(TextView name, TextView targetName) {
+  Text head = u"." + Text(targetName) + Text(kTempMark);
+  if (name.size() <= head.size() + kTempEnd.size() || name.substr(0, head.size()) != head ||
+      name.substr(name.size() - kTempEnd.size()) != kTempEnd)
+    return std::nullopt;
+  TextView middle = name.substr(head.size(), name.size() - head.size() - kTempEnd.size());  // "<process>-<random>"
+  size_t dash = middle.find(u'-');
+  if (dash == 0 || dash == TextView::npos || dash + 1 == middle.size()) return std::nullopt;
+  uint64_t process = 0;
+  for (char16_t c : middle.substr(0, dash)) {
+    if (c < u'0' || c > u'9') return std::nullopt;
+    process = process * 10 + (c - u'0');
+  }
+  for (char16_t c : middle.substr(dash + 1))
+    if (!((c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f'))) return std::nullopt;
+  return process;
+}
+
+size_t RemoveLeftoverTempFiles(const Path& target) {
+  std::error_code ec;
+  std::filesystem::directory_iterator entries(FolderOf(target), ec);
+  if (ec) return 0;  // the temporary file's own creation names what is wrong with the folder
+  Text targetName = target.filename().u16string();
+  size_t removed = 0;
+  for (const std::filesystem::directory_entry& entry : entries) {
+    std::optional<uint64_t> process = TempFileProcess(entry.path().filename().u16string(), targetName);
+    if (!process || !entry.is_regular_file(ec)) continue;
+    int64_t quiet = SecondsSinceWritten(entry);
+    bool gone = *process != detail::ProcessId() && !ProcessIsAlive(*process);
+    if ((gone && quiet >= kLeftoverQuietSeconds) || quiet >= kLeftoverAgeSeconds)
+      if (RemoveFile(entry.path())) ++removed;
+  }
+  return removed;
+}
+
+Result<OutputFile> CreateTempFileBeside(const Path& requested, const FaultPlan* faults) {
+  // Beside the file a link names: the rename that puts it in place stays in one folder.
+  Result<Path> target = detail::FollowLink(requested);
+  if (!target) return target.error();
+  RemoveLeftoverTempFiles(*target);
+  std::random_device random;
+  for (int attempt = 0; attempt < 16; ++attempt) {
+    uint64_t draw = (static_cast<uint64_t>(random()) << 32) | random();
+    Result<OutputFile> file = CreateNewFile(TempPathFor(*target, draw));
+    if (file) file->InjectFaults(faults);
+    if (file || file.error().code != ErrorCode::Locked) return file;
+  }
+  return detail::FailureOf(ErrorCode::CannotWrite, "cannot create a temporary file beside", *target, "every name tried is taken");
+}
 
 // Small pieces gather in a buffer; a piece larger than the buffer goes straight to the file.
 Status OutputFile::Write(std::string_view bytes) {
@@ -46,14 +147,14 @@ Status OutputFile::Write(std::string_view bytes) {
   return {};
 }
 
-Status WriteFileAtomically(const Path& target, std::string_view bytes) {
-  Result<OutputFile> temp = CreateTempFileBeside(target);
+Status WriteFileAtomically(const Path& target, std::string_view bytes, Backup backup, const FaultPlan* faults) {
+  Result<OutputFile> temp = CreateTempFileBeside(target, faults);
   if (!temp) return temp.error();
   if (Status s = temp->Write(bytes); !s) {
     (void)Discard(std::move(*temp));
     return s;
   }
-  return ReplaceKeepingBackup(std::move(*temp), target);
+  return Replace(std::move(*temp), target, backup);
 }
 
 Status Discard(OutputFile file) {
@@ -159,11 +260,15 @@ LockHandle& LockHandle::operator=(LockHandle&& other) noexcept {
 }
 
 namespace {
+// The lock matters between processes that run, never across a crash of the system: it is not
+// flushed to the disk, which would cost more than the rest of a small drawing's save. A lock
+// file that a crash left empty or cut short is replaced once it is older than any write of one.
+constexpr int64_t kUnreadableLockSeconds = 60;
+
 Result<LockHandle> CreateLock(const Path& lockFile) {
   Result<OutputFile> file = CreateNewFile(lockFile);
   if (!file) return file.error();
   Status written = file->Write(FormatLockFile(CurrentOwner()));
-  if (written) written = file->FlushToDisk();
   if (written) written = file->Close();
   if (!written) {
     (void)RemoveFile(lockFile);
@@ -180,13 +285,17 @@ Error HeldBy(const Path& drawing, const LockOwner& owner) {
 }  // namespace
 
 Result<LockHandle> AcquireDrawingLock(const Path& drawing) {
-  Path lockFile = LockFileOf(drawing);
+  Result<Path> followed = detail::FollowLink(drawing);
+  Path lockFile = LockFileOf(followed ? *followed : drawing);
   Result<LockHandle> lock = CreateLock(lockFile);
   if (lock || lock.error().code != ErrorCode::Locked) return lock;
   Result<LockOwner> owner = ReadLockFile(lockFile);
-  if (!owner) return detail::FailureOf(ErrorCode::Locked, "cannot lock", drawing, "its lock file cannot be read: " + owner.error().Describe());
+  // Released between the two steps: the lock is free now.
+  if (!owner && owner.error().code == ErrorCode::NotFound) return CreateLock(lockFile);
+  if (!owner && !(owner.error().code == ErrorCode::Malformed && SecondsSinceWritten(lockFile) >= kUnreadableLockSeconds))
+    return detail::FailureOf(ErrorCode::Locked, "cannot lock", drawing, "its lock file cannot be read: " + owner.error().Describe());
   // Only a process of this host can be seen to be gone; a lock from elsewhere stands.
-  if (owner->host != detail::HostName() || ProcessIsAlive(owner->process)) return HeldBy(drawing, *owner);
+  if (owner && (owner->host != detail::HostName() || ProcessIsAlive(owner->process))) return HeldBy(drawing, *owner);
   if (Status removed = RemoveFile(lockFile); !removed) return removed.error();
   return CreateLock(lockFile);
 }

@@ -102,16 +102,25 @@ OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
     path_ = std::move(other.path_);
     handle_ = std::exchange(other.handle_, -1);
     buffer_ = std::move(other.buffer_);
+    faults_ = std::exchange(other.faults_, nullptr);
+    written_ = std::exchange(other.written_, 0);
   }
   return *this;
 }
 
 Status OutputFile::WriteThrough(std::string_view bytes) {
+  bool fails = false;
+  bytes = Allowed(bytes, fails);
   while (!bytes.empty()) {
     ssize_t n = ::write(static_cast<int>(handle_), bytes.data(), bytes.size());
     if (n < 0 && errno == EINTR) continue;
     if (n < 0) return Failure(ErrorCode::CannotWrite, "cannot write", path_);
     bytes.remove_prefix(static_cast<size_t>(n));
+    written_ += static_cast<uint64_t>(n);
+  }
+  if (fails) {
+    detail::SetSystemError(faults_->writeFault);
+    return Failure(ErrorCode::CannotWrite, "cannot write", path_);
   }
   return {};
 }
@@ -122,7 +131,8 @@ Status OutputFile::FlushToDisk() {
     buffer_.clear();
     if (!s) return s;
   }
-  if (::fsync(static_cast<int>(handle_)) != 0) return Failure(ErrorCode::CannotWrite, "cannot flush", path_);
+  if ((faults_ && detail::Injected(faults_->flush)) || ::fsync(static_cast<int>(handle_)) != 0)
+    return Failure(ErrorCode::CannotWrite, "cannot flush", path_);
   return {};
 }
 
@@ -150,35 +160,57 @@ Result<OutputFile> CreateOutputFile(const Path& path) { return Open(path, O_CREA
 
 Result<OutputFile> CreateNewFile(const Path& path) { return Open(path, O_CREAT | O_EXCL, ErrorCode::Locked); }
 
-Result<OutputFile> CreateTempFileBeside(const Path& target) {
-  std::string pattern = (FolderOf(target) / ("." + target.filename().string() + ".XXXXXX")).string();
-  int fd = ::mkstemp(pattern.data());
-  if (fd < 0) return Failure(ErrorCode::CannotWrite, "cannot create a temporary file beside", target);
-  return OutputFile(Path(pattern), fd);
-}
-
 Status RemoveFile(const Path& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) return Failure(ErrorCode::CannotWrite, "cannot remove", path);
   return {};
 }
 
+void detail::SetSystemError(Fault fault) {
+  switch (fault) {
+    case Fault::DiskFull: errno = ENOSPC; break;
+    case Fault::DeviceError: errno = EIO; break;
+    case Fault::AccessDenied: errno = EACCES; break;
+  }
+}
+
 namespace {
 // The target's previous contents under "<target>.bak": a second name for the same file when
 // the file system allows it, else a copy.
-Status KeepBackup(const Path& target) {
+Status KeepBackup(const Path& target, const FaultPlan* faults) {
   Path backup = target;
   backup += ".bak";
-  if (Status s = RemoveFile(backup); !s) return s;
+  constexpr std::string_view doing = "cannot keep the previous version as";
+  if (faults && detail::Injected(faults->backup)) return Failure(ErrorCode::CannotWrite, doing, backup);
+  if (::unlink(backup.c_str()) != 0 && errno != ENOENT) return Failure(ErrorCode::CannotWrite, doing, backup);
   if (::link(target.c_str(), backup.c_str()) == 0) return {};
   std::error_code ec;
   std::filesystem::copy_file(target, backup, ec);
-  if (ec) return FailureOf(ErrorCode::CannotWrite, "cannot keep the previous version as", backup, ec.message());
+  if (ec) return FailureOf(ErrorCode::CannotWrite, doing, backup, ec.message());
+  return {};
+}
+
+// Read-only for this user: no write permission at all, or none that this user has.
+bool NotWritable(const Path& target, const struct stat& st) {
+  return (st.st_mode & 0222) == 0 || (::access(target.c_str(), W_OK) != 0 && errno == EACCES);
+}
+
+// The new file takes the old one's owner, group and mode. Only the administrator may give a
+// file away; anyone may hand it to a group of their own, so the group is tried alone then.
+// The mode comes last: a change of owner clears the set-id bits.
+Status CopyAttributes(const Path& tempPath, const Path& target, const struct stat& st) {
+  if ((st.st_uid != ::geteuid() || st.st_gid != ::getegid()) && ::chown(tempPath.c_str(), st.st_uid, st.st_gid) != 0) {
+    if (errno != EPERM) return Failure(ErrorCode::CannotWrite, "cannot give the new file the owner of", target);
+    (void)::chown(tempPath.c_str(), static_cast<uid_t>(-1), st.st_gid);
+  }
+  if (::chmod(tempPath.c_str(), st.st_mode & 07777) != 0)
+    return Failure(ErrorCode::CannotWrite, "cannot give the new file the mode of", target);
   return {};
 }
 }  // namespace
 
-Status ReplaceKeepingBackup(OutputFile temp, const Path& requested) {
+Status Replace(OutputFile temp, const Path& requested, Backup backup) {
   Path tempPath = temp.path();
+  const FaultPlan* faults = temp.faults();
   auto fail = [&](Error error) -> Status {
     (void)temp.Close();
     (void)RemoveFile(tempPath);
@@ -189,19 +221,16 @@ Status ReplaceKeepingBackup(OutputFile temp, const Path& requested) {
   const Path& target = *followed;
   struct stat st;
   bool exists = ::stat(target.c_str(), &st) == 0;
-  if (exists && (st.st_mode & 0222) == 0) return fail(FailureOf(ErrorCode::CannotWrite, "cannot replace", target, "it is read-only"));
+  if (exists && NotWritable(target, st)) return fail(FailureOf(ErrorCode::CannotWrite, "cannot replace", target, "it is read-only"));
   if (Status s = temp.FlushToDisk(); !s) return fail(s.error());
   if (Status s = temp.Close(); !s) return fail(s.error());
   if (exists) {
-    if (::chmod(tempPath.c_str(), st.st_mode & 07777) != 0)
-      return fail(Failure(ErrorCode::CannotWrite, "cannot give the new file the mode of", target));
-    // Only the owner's administrator may give a file away; a file of one's own keeps its owner.
-    if ((st.st_uid != ::geteuid() || st.st_gid != ::getegid()) && ::chown(tempPath.c_str(), st.st_uid, st.st_gid) != 0 &&
-        errno != EPERM)
-      return fail(Failure(ErrorCode::CannotWrite, "cannot give the new file the owner of", target));
-    if (Status s = KeepBackup(target); !s) return fail(s.error());
+    if (Status s = CopyAttributes(tempPath, target, st); !s) return fail(s.error());
+    if (backup == Backup::Keep)
+      if (Status s = KeepBackup(target, faults); !s) return fail(s.error());
   }
-  if (::rename(tempPath.c_str(), target.c_str()) != 0) return fail(Failure(ErrorCode::CannotWrite, "cannot replace", target));
+  if ((faults && detail::Injected(faults->rename)) || ::rename(tempPath.c_str(), target.c_str()) != 0)
+    return fail(Failure(ErrorCode::CannotWrite, "cannot replace", target));
   return SyncFolder(FolderOf(target));
 }
 

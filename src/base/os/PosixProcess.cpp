@@ -42,6 +42,8 @@ std::vector<std::string> Utf8Arguments(int argc, char** argv) { return std::vect
 
 void UseBinaryStandardStreams() {}
 
+void ReportFileSizeLimitAsError() { ::signal(SIGXFSZ, SIG_IGN); }
+
 bool ProcessIsAlive(uint64_t process) {
   if (process == 0 || process > static_cast<uint64_t>(INT32_MAX)) return false;
   // Signal 0 only asks; EPERM means the process is there but belongs to someone else.

@@ -28,7 +28,6 @@ struct Handle {
   }
 };
 
-Path FolderOf(const Path& path) { return path.has_parent_path() ? path.parent_path() : Path("."); }
 
 HANDLE OpenForReading(const Path& path) {
   return ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -106,16 +105,25 @@ OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
     path_ = std::move(other.path_);
     handle_ = std::exchange(other.handle_, -1);
     buffer_ = std::move(other.buffer_);
+    faults_ = std::exchange(other.faults_, nullptr);
+    written_ = std::exchange(other.written_, 0);
   }
   return *this;
 }
 
 Status OutputFile::WriteThrough(std::string_view bytes) {
+  bool fails = false;
+  bytes = Allowed(bytes, fails);
   while (!bytes.empty()) {
     DWORD chunk = static_cast<DWORD>(std::min<size_t>(bytes.size(), 1u << 30)), n = 0;
     if (!::WriteFile(AsHandle(handle_), bytes.data(), chunk, &n, nullptr))
       return detail::Failure(ErrorCode::CannotWrite, "cannot write", path_);
     bytes.remove_prefix(n);
+    written_ += n;
+  }
+  if (fails) {
+    detail::SetSystemError(faults_->writeFault);
+    return detail::Failure(ErrorCode::CannotWrite, "cannot write", path_);
   }
   return {};
 }
@@ -126,7 +134,8 @@ Status OutputFile::FlushToDisk() {
     buffer_.clear();
     if (!s) return s;
   }
-  if (!::FlushFileBuffers(AsHandle(handle_))) return detail::Failure(ErrorCode::CannotWrite, "cannot flush", path_);
+  if ((faults_ && detail::Injected(faults_->flush)) || !::FlushFileBuffers(AsHandle(handle_)))
+    return detail::Failure(ErrorCode::CannotWrite, "cannot flush", path_);
   return {};
 }
 
@@ -156,17 +165,6 @@ Result<OutputFile> CreateOutputFile(const Path& path) { return Open(path, CREATE
 
 Result<OutputFile> CreateNewFile(const Path& path) { return Open(path, CREATE_NEW, ErrorCode::Locked); }
 
-Result<OutputFile> CreateTempFileBeside(const Path& target) {
-  std::random_device random;
-  for (int attempt = 0; attempt < 16; ++attempt) {
-    Path temp = FolderOf(target) / target.filename();
-    temp += L"." + std::to_wstring(random()) + L".tmp";
-    Result<OutputFile> file = Open(temp, CREATE_NEW, ErrorCode::Locked);
-    if (file || file.error().code != ErrorCode::Locked) return file;
-  }
-  return FailureOf(ErrorCode::CannotWrite, "cannot create a temporary file beside", target, "every name tried is taken");
-}
-
 Status RemoveFile(const Path& path) {
   if (!::DeleteFileW(path.c_str())) {
     DWORD error = ::GetLastError();
@@ -176,10 +174,19 @@ Status RemoveFile(const Path& path) {
   return {};
 }
 
+void detail::SetSystemError(Fault fault) {
+  switch (fault) {
+    case Fault::DiskFull: ::SetLastError(ERROR_DISK_FULL); break;
+    case Fault::DeviceError: ::SetLastError(ERROR_WRITE_FAULT); break;
+    case Fault::AccessDenied: ::SetLastError(ERROR_ACCESS_DENIED); break;
+  }
+}
+
 // ReplaceFileW keeps the target's attributes, security and streams and leaves its previous
 // contents under the backup name; a target that is not there yet is simply moved into place.
-Status ReplaceKeepingBackup(OutputFile temp, const Path& requested) {
+Status Replace(OutputFile temp, const Path& requested, Backup backup) {
   Path tempPath = temp.path();
+  const FaultPlan* faults = temp.faults();
   auto fail = [&](Error error) -> Status {
     (void)temp.Close();
     (void)RemoveFile(tempPath);
@@ -194,15 +201,21 @@ Status ReplaceKeepingBackup(OutputFile temp, const Path& requested) {
     return fail(FailureOf(ErrorCode::CannotWrite, "cannot replace", target, "it is read-only"));
   if (Status s = temp.FlushToDisk(); !s) return fail(s.error());
   if (Status s = temp.Close(); !s) return fail(s.error());
+  if (faults && detail::Injected(faults->rename)) return fail(detail::Failure(ErrorCode::CannotWrite, "cannot replace", target));
   if (!exists) {
     if (!::MoveFileExW(tempPath.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
       return fail(detail::Failure(ErrorCode::CannotWrite, "cannot replace", target));
     return {};
   }
-  Path backup = target;
-  backup += L".bak";
-  if (Status s = RemoveFile(backup); !s) return fail(s.error());
-  if (!::ReplaceFileW(target.c_str(), tempPath.c_str(), backup.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr))
+  Path backupPath = target;
+  backupPath += L".bak";
+  if (backup == Backup::Keep) {
+    constexpr std::string_view doing = "cannot keep the previous version as";
+    if (faults && detail::Injected(faults->backup)) return fail(detail::Failure(ErrorCode::CannotWrite, doing, backupPath));
+    if (Status s = RemoveFile(backupPath); !s) return fail(FailureOf(ErrorCode::CannotWrite, doing, backupPath, ToUtf8(s.error().message)));
+  }
+  const wchar_t* keepAs = backup == Backup::Keep ? backupPath.c_str() : nullptr;
+  if (!::ReplaceFileW(target.c_str(), tempPath.c_str(), keepAs, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr))
     return fail(detail::Failure(ErrorCode::CannotWrite, "cannot replace", target));
   // The rename itself on the disk: flushing the new file's handle writes its directory entry.
   Handle replaced{::CreateFileW(target.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,

@@ -120,6 +120,8 @@ std::vector<std::string> Utf8Arguments(int argc, char** argv) {
   return arguments;
 }
 
+void ReportFileSizeLimitAsError() {}  // Windows has no such limit
+
 void UseBinaryStandardStreams() {
   ::_setmode(::_fileno(stdout), _O_BINARY);
   ::_setmode(::_fileno(stderr), _O_BINARY);
