@@ -8,6 +8,7 @@
 #include <ostream>
 #include <string>
 
+#include "base/os/Os.hpp"
 #include "qt/Screenshots.hpp"
 #include "qt/WorkbenchScript.hpp"
 
@@ -42,6 +43,9 @@ class ScriptMode {
 
  private:
   int Finish(DrawingTab& tab);
+  // The lock on the file the run may write (none with --no-save); nothing, with the holder
+  // named on the error stream, when another writer has it.
+  std::optional<os::LockHandle> LockTarget(const DrawingTab& tab);
   bool FinishScreenshots();
   void Quit(int status);
 

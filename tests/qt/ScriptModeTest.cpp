@@ -7,6 +7,7 @@
 #include <map>
 #include <regex>
 
+#include "base/os/Os.hpp"
 #include "qt/MainWindow.hpp"
 #include "support/OfficeProcesses.hpp"
 #include "support/RunCommand.hpp"
@@ -248,4 +249,21 @@ TEST(WorkbenchScript, ALineThatDoesNotFitAfterTheOfficeStartedLeavesNoOfficeBehi
   for (const auto& entry : std::filesystem::directory_iterator(temporary.path()))
     EXPECT_NE(entry.path().filename().string().rfind("tq-calc-", 0), 0u) << "an office profile is left: " << entry.path();
   EXPECT_TRUE(ProcessesNaming(temporary.path().string()).empty());
+}
+
+TEST(WorkbenchScript, AnotherWritersLockStopsTheRunBeforeItsFirstLineAndNamesTheHolder) {
+  Workplace w;
+  w.Reset();
+  std::string before = w.Drawing();
+  // Another writer's lock: a live process of this host (this one, as the file tells it).
+  os::LockOwner other = os::CurrentOwner();
+  other.user = u"佐藤";
+  ASSERT_TRUE(WriteFileBytes(os::LockFileOf(w.drawing), os::FormatLockFile(other)));
+  RunResult run = RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH +
+                             " --ini site/Velum.ini" + kDrawing + " --script " + Quoted(kChanging) + " 2>&1 >/dev/null");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.out.find("it is in use by 佐藤"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("nothing was changed"), std::string::npos) << run.out;
+  EXPECT_EQ(w.Drawing(), before);
+  EXPECT_FALSE(w.HasBackup());
 }
