@@ -23,19 +23,30 @@ size_t FilesIn(const TempDir& dir) {
 
 const std::vector<Text> kNewLines = {u"記号,数量,", u"AC-1,3.0,", u"AC-2,4.0,"};
 
+// A takeoff longer than the file's write buffer: a write then fails while the lines are
+// written out, not when they are flushed at the end.
+std::vector<Text> LinesPastTheBuffer() {
+  std::vector<Text> lines(kNewLines);
+  while (lines.size() < 120000) lines.push_back(u"AC-1,3.0,");
+  return lines;
+}
+
 }  // namespace
 
 TEST(OutputFileFaults, AFullDiskLeavesThePreviousOutputWhole) {
-  TempDir dir;
-  dir.Write("集計.txt", "the previous takeoff\r\n");
-  os::FaultPlan faults;
-  faults.writeFailsAtByte = 12;
-  Status written = WriteOutputFile(dir / "集計.txt", kNewLines, Cp932(), &faults);
-  ASSERT_FALSE(written);
-  EXPECT_EQ(written.error().code, ErrorCode::CannotWrite);
-  EXPECT_NE(written.error().Describe().find("cannot write"), std::string::npos) << written.error().Describe();
-  EXPECT_EQ(dir.Read("集計.txt"), "the previous takeoff\r\n");
-  EXPECT_EQ(FilesIn(dir), 1u);  // no temporary file, and no .bak for an output file
+  for (const std::vector<Text>& lines : {kNewLines, LinesPastTheBuffer()}) {
+    SCOPED_TRACE(std::to_string(lines.size()) + " lines");
+    TempDir dir;
+    dir.Write("集計.txt", "the previous takeoff\r\n");
+    os::FaultPlan faults;
+    faults.writeFailsAtByte = 12;
+    Status written = WriteOutputFile(dir / "集計.txt", lines, Cp932(), &faults);
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, ErrorCode::CannotWrite);
+    EXPECT_NE(written.error().Describe().find("cannot write"), std::string::npos) << written.error().Describe();
+    EXPECT_EQ(dir.Read("集計.txt"), "the previous takeoff\r\n");
+    EXPECT_EQ(FilesIn(dir), 1u);  // no temporary file, and no .bak for an output file
+  }
 }
 
 TEST(OutputFileFaults, AFailingRenameLeavesThePreviousOutputWhole) {

@@ -41,12 +41,26 @@ std::vector<std::string> Names(const TempDir& dir) {
   return names;
 }
 
+// Two lines, and `more` lines after them.
+test::Tags Lines(int more) {
+  test::Tags tags = test::LineTags("A1", 0, 0, 10, 10) + test::LineTags("A2", 5, 5, 20, 20);
+  for (int i = 0; i < more; ++i) {
+    test::Tags line = test::LineTags("B" + std::to_string(1000 + i), i, 0, i, 10);
+    tags.insert(tags.end(), line.begin(), line.end());
+  }
+  return tags;
+}
+
+// Enough lines that the drawing is larger than the file's write buffer: a write then fails
+// while the drawing is written out, not when it is flushed at the end.
+constexpr int kPastTheBuffer = 12000;
+
 // A drawing on disk, opened and changed in memory, ready to be saved.
 struct ChangedDrawing {
   TempDir dir;
-  std::string original = test::R12Drawing(test::LineTags("A1", 0, 0, 10, 10) + test::LineTags("A2", 5, 5, 20, 20));
+  std::string original;
   std::unique_ptr<dxf::DxfDrawing> drawing;
-  ChangedDrawing() {
+  explicit ChangedDrawing(int moreLines = 0) : original(test::R12Drawing(Lines(moreLines))) {
     dir.Write("plan.dxf", original);
     drawing = dxf::DxfDrawing::Open(dir / "plan.dxf").value();
     EXPECT_EQ(drawing->SetColourIndex(drawing->FindHandle(u"A1"), 3), EditResult::Ok);
@@ -59,8 +73,10 @@ std::vector<std::string> Names(const ChangedDrawing& d) { return Names(d.dir); }
 }  // namespace
 
 TEST(SaveFaults, AWriteThatFailsAtAChosenByteLeavesTheDrawingAsItWasAndNamesTheCause) {
-  for (uint64_t at : {uint64_t(0), uint64_t(1), uint64_t(100)}) {
-    ChangedDrawing d;
+  for (auto [at, moreLines] : {std::pair{uint64_t(0), 0}, std::pair{uint64_t(1), 0}, std::pair{uint64_t(100), 0},
+                               std::pair{uint64_t(100), kPastTheBuffer}}) {
+    ChangedDrawing d(moreLines);
+    ASSERT_TRUE(moreLines == 0 || d.original.size() > (1u << 20)) << "the drawing fits in the write buffer";
     os::FaultPlan faults;
     faults.writeFailsAtByte = at;
     Status saved = d.Save(faults);

@@ -28,6 +28,7 @@ struct Workplace {
   std::filesystem::path site = dir / "site";
   std::filesystem::path drawing = site / "drawings" / u8"設備標準図.dxf";
 
+  Workplace() { Reset(); }
   void Reset() const {
     for (const auto& entry : std::filesystem::directory_iterator(dir.path())) std::filesystem::remove_all(entry.path());
     std::filesystem::copy(U8Path(TQ_EXAMPLE_SITE), site, std::filesystem::copy_options::recursive);
@@ -54,10 +55,14 @@ RunResult Tqstd(const Workplace& w, const std::filesystem::path& script, const s
   return RunCommand(w.Cd() + TQSTD_PATH + " --ini site/Velum.ini script" + kDrawing + " " + Quoted(script) + more + " 2>/dev/null");
 }
 
+// The workbench started in the workplace with the example settings, `environment` set before it.
+// A wait nothing serves would hang: the run is ended after two minutes.
+std::string WorkbenchCommand(const Workplace& w, const std::string& environment = "") {
+  return w.Cd() + environment + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini";
+}
+
 RunResult Workbench(const Workplace& w, const std::filesystem::path& script, const std::string& more = "") {
-  // A wait nothing serves would hang: the run is ended after two minutes.
-  return RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini" + kDrawing + " --script " +
-                    Quoted(script) + more + " 2>/dev/null");
+  return RunCommand(WorkbenchCommand(w) + kDrawing + " --script " + Quoted(script) + more + " 2>/dev/null");
 }
 
 // "" when the transcripts agree; else the first line where they part.
@@ -110,7 +115,6 @@ TEST(TranscriptParity, EveryExampleScriptGivesTheSameTranscriptAndFilesInBothHos
 
 TEST(WorkbenchScript, ALineThatDoesNotFitEndsWithStatus1AndNothingSaved) {
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   RunResult run = Workbench(w, WithBadLastLine(w.dir));
   EXPECT_EQ(run.status, 1) << run.out;
@@ -127,7 +131,6 @@ TEST(WorkbenchScript, ALineThatDoesNotFitAModalDialogStopsTheRunThereAsInTqstd) 
   TempDir scripts;
   scripts.Write("modal.txt", ReadFileBytes(kScripts / u8"拾い確認_集計と登録.txt").value() + "click 200:203\nanswer OK\nclick 2000:4242\n");
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   RunResult headless = Tqstd(w, scripts / "modal.txt");
   w.Reset();
@@ -141,7 +144,6 @@ TEST(WorkbenchScript, ALineThatDoesNotFitAModalDialogStopsTheRunThereAsInTqstd) 
 
 TEST(WorkbenchScript, AChangedDrawingIsSavedWithItsBackup) {
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   RunResult run = Workbench(w, kChanging);
   EXPECT_EQ(run.status, 0) << run.out;
@@ -152,7 +154,6 @@ TEST(WorkbenchScript, AChangedDrawingIsSavedWithItsBackup) {
 
 TEST(WorkbenchScript, NoSaveWritesNothing) {
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   RunResult run = Workbench(w, kChanging, " --no-save");
   EXPECT_EQ(run.status, 0) << run.out;
@@ -163,7 +164,6 @@ TEST(WorkbenchScript, NoSaveWritesNothing) {
 
 TEST(WorkbenchScript, OutputTakesTheChangedDrawingAndLeavesTheOriginal) {
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   RunResult run = Workbench(w, kChanging, " -o out.dxf");
   EXPECT_EQ(run.status, 0) << run.out;
@@ -177,7 +177,6 @@ TEST(WorkbenchScript, OutputTakesTheChangedDrawingAndLeavesTheOriginal) {
 
 TEST(WorkbenchScript, AScriptThatChangesNothingWritesNothing) {
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   RunResult run = Workbench(w, kScripts / u8"拾い確認.txt");
   EXPECT_EQ(run.status, 0) << run.out;
@@ -188,7 +187,6 @@ TEST(WorkbenchScript, AScriptThatChangesNothingWritesNothing) {
 
 TEST(WorkbenchScript, ScreenshotsAreOnePngPerDialogMessageboxAndDumpEventAtTheWindowSize) {
   Workplace w;
-  w.Reset();
   RunResult run = Workbench(w, kScripts / u8"拾い確認_集計と登録.txt", " --screenshots shots");
   ASSERT_EQ(run.status, 0) << run.out;
   std::vector<std::string> kinds;
@@ -214,7 +212,6 @@ TEST(TranscriptParity, EscapeAtAPointPromptAndALineThatDoesNotFitItAreTheSameInB
   TempDir scripts;
   scripts.Write("escape.txt", "command TQ_STD_INF\nclick 200:201\nescape\nclick 200:201\nanswer OK\n");
   Workplace w;
-  w.Reset();
   RunResult headless = Tqstd(w, scripts / "escape.txt");
   w.Reset();
   RunResult workbench = Workbench(w, scripts / "escape.txt");
@@ -226,8 +223,7 @@ TEST(TranscriptParity, EscapeAtAPointPromptAndALineThatDoesNotFitItAreTheSameInB
 
 TEST(WorkbenchScript, AUsageErrorIsStatus2AndADrawingThatCannotBeReadIsStatus1) {
   Workplace w;
-  w.Reset();
-  std::string workbench = w.Cd() + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini ";
+  std::string workbench = WorkbenchCommand(w) + " ";
   std::string script = Quoted(kScripts / u8"設定.txt");
   EXPECT_EQ(RunCommand(workbench + "--script " + script + " 2>/dev/null").status, 2);  // no drawing
   EXPECT_EQ(RunCommand(workbench + "site/drawings/設備標準図.dxf -o out.dxf 2>/dev/null").status, 2);  // -o without --script
@@ -241,9 +237,8 @@ TEST(WorkbenchScript, ALineThatDoesNotFitAfterTheOfficeStartedLeavesNoOfficeBehi
   TempDir scripts, temporary;
   scripts.Write("bad.txt", ReadFileBytes(kScripts / u8"設定.txt").value() + "bogus\n");
   Workplace w;
-  w.Reset();
-  RunResult run = RunCommand(w.Cd() + "TMPDIR=" + Quoted(temporary.path()) + " QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH +
-                             " --ini site/Velum.ini" + kDrawing + " --script " + Quoted(scripts / "bad.txt") + " 2>/dev/null");
+  RunResult run = RunCommand(WorkbenchCommand(w, "TMPDIR=" + Quoted(temporary.path()) + " ") + kDrawing + " --script " +
+                             Quoted(scripts / "bad.txt") + " 2>/dev/null");
   EXPECT_EQ(run.status, 1) << run.out;
   EXPECT_NE(run.out.find("'bogus' does not fit: the command line waits"), std::string::npos) << run.out;
   for (const auto& entry : std::filesystem::directory_iterator(temporary.path()))
@@ -253,14 +248,12 @@ TEST(WorkbenchScript, ALineThatDoesNotFitAfterTheOfficeStartedLeavesNoOfficeBehi
 
 TEST(WorkbenchScript, AnotherWritersLockStopsTheRunBeforeItsFirstLineAndNamesTheHolder) {
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   // Another writer's lock: a live process of this host (this one, as the file tells it).
   os::LockOwner other = os::CurrentOwner();
   other.user = u"佐藤";
   ASSERT_TRUE(WriteFileBytes(os::LockFileOf(w.drawing), os::FormatLockFile(other)));
-  RunResult run = RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH +
-                             " --ini site/Velum.ini" + kDrawing + " --script " + Quoted(kChanging) + " 2>&1 >/dev/null");
+  RunResult run = RunCommand(WorkbenchCommand(w) + kDrawing + " --script " + Quoted(kChanging) + " 2>&1 >/dev/null");
   EXPECT_EQ(run.status, 1);
   EXPECT_NE(run.out.find("it is in use by 佐藤"), std::string::npos) << run.out;
   EXPECT_NE(run.out.find("nothing was changed"), std::string::npos) << run.out;

@@ -100,6 +100,8 @@ TEST(SizeTableRead, ATextWithin5OfACellLineIsNotRead) {
   EXPECT_EQ(Read(inside, FiveColumns()).at(0).sizes[0], u"20");
   Scene nearLeft(TableTags(2, 6500) + TextTags("D1", "20", 4200 + 4.9, 6600));
   EXPECT_EQ(Read(nearLeft, FiveColumns()).at(0).sizes[0], u"");
+  Scene nearRight(TableTags(2, 6500) + TextTags("D1", "20", 5400 - 4.9, 6600));
+  EXPECT_EQ(Read(nearRight, FiveColumns()).at(0).sizes[0], u"");
   Scene nearTop(TableTags(2, 6500) + TextTags("D1", "20", 4300, 7000 - 4.9));
   EXPECT_EQ(Read(nearTop, FiveColumns()).at(0).sizes[0], u"");
   Scene nearBottom(TableTags(2, 6500) + TextTags("D1", "20", 4300, 6500 + 4.9));

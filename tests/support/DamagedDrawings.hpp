@@ -15,6 +15,9 @@ struct DamagedDrawing {
   std::string bytes;
   uint32_t line = 0;    // where the damage stands
   std::string finding;  // a part of the message that names it
+
+  // How dxf-info lists the damage.
+  std::string Listed() const { return "line " + std::to_string(line) + ": " + finding; }
 };
 
 inline uint32_t LineAt(const std::string& bytes, size_t offset) {
