@@ -263,7 +263,6 @@ TEST(WorkbenchScript, AnotherWritersLockStopsTheRunBeforeItsFirstLineAndNamesThe
 
 TEST(WorkbenchScript, AnotherWritersLockOnTheOutputStopsTheRunBeforeItsFirstLine) {
   Workplace w;
-  w.Reset();
   std::string before = w.Drawing();
   os::LockOwner other = os::CurrentOwner();
   other.user = u"佐藤";
