@@ -34,6 +34,12 @@ int PixelsToDialogY(int pixels) { return dialog::MulDiv(pixels, 8, kTemplateFont
 
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
+// The stored values are hundredths of the drawing unit and give the width as a length; the
+// table is written with the width as a factor of the height.
+SizeTextSettings TextSettingsOf(const SizeTableValues& values) {
+  return {values.charHeight, values.charHeight > 0 ? values.charWidth / values.charHeight : 1.0, values.rowSpacing};
+}
+
 }  // namespace
 
 bool IsValidSizeNumber(TextView text) {
@@ -59,8 +65,7 @@ CSizeDlg::CSizeDlg(const DrawingContext& context, ObjectId sheetText, FramePolyg
 
 bool CSizeDlg::OnInitDialog() {
   rowCount_ = std::clamp(rowCount_, 1, kSizeRows);
-  SizeTableValues stored = context_.settings.ReadSizeTable();
-  text_ = {stored.charHeight, stored.charHeight > 0 ? stored.charWidth / stored.charHeight : 1.0, stored.rowSpacing};
+  text_ = TextSettingsOf(context_.settings.ReadSizeTable());
   return true;
 }
 
@@ -187,8 +192,18 @@ void CSizeDlg::SetRowText(int row, int position, TextView text) {
   combo.SetWindowText(text);
 }
 
+CSizeDlg::RowTexts CSizeDlg::TextsOfRow(int row) const {
+  RowTexts texts;
+  for (int p = kSymbolPosition; p < kRowPositions; ++p) texts[p - kSymbolPosition] = RowText(row, p);
+  return texts;
+}
+
+void CSizeDlg::SetRowTexts(int row, const RowTexts& texts) {
+  for (int p = kSymbolPosition; p < kRowPositions; ++p) SetRowText(row, p, texts[p - kSymbolPosition]);
+}
+
 void CSizeDlg::ClearRow(int row) {
-  for (int p = kSymbolPosition; p < kRowPositions; ++p) SetRowText(row, p, u"");
+  SetRowTexts(row, {});
   CheckItem(kRowControls[row][kCheckPosition], false);
 }
 
@@ -235,8 +250,7 @@ void CSizeDlg::OnDeleteRow() {
   }
   int current = CurrentRow();
   if (current < 0) return;
-  for (int r = current; r + 1 < rowCount_; ++r)
-    for (int p = kSymbolPosition; p < kRowPositions; ++p) SetRowText(r, p, RowText(r + 1, p));
+  for (int r = current; r + 1 < rowCount_; ++r) SetRowTexts(r, TextsOfRow(r + 1));
   bool wasLast = current == rowCount_ - 1;
   ClearRow(rowCount_ - 1);
   --rowCount_;
@@ -248,19 +262,16 @@ void CSizeDlg::OnMoveRow(int step) {
   int current = CurrentRow();
   int other = current + step;
   if (current < 0 || other < 0 || other >= rowCount_) return;
-  for (int p = kSymbolPosition; p < kRowPositions; ++p) {
-    Text mine = RowText(current, p);
-    SetRowText(current, p, RowText(other, p));
-    SetRowText(other, p, mine);
-  }
+  RowTexts mine = TextsOfRow(current);
+  SetRowTexts(current, TextsOfRow(other));
+  SetRowTexts(other, mine);
   MakeCurrent(other);
 }
 
 void CSizeDlg::OnNoteSettings() {
   CSetupDlg setup(folders_, services());
   if (setup.DoModal() != kIdOk) return;
-  SizeTableValues entered = setup.values();
-  text_ = {entered.charHeight, entered.charWidth / entered.charHeight, entered.rowSpacing};
+  text_ = TextSettingsOf(setup.values());
 }
 
 // ---- Registration ----

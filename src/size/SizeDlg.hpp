@@ -3,6 +3,7 @@
 // its size table (symbol, number, up to twelve sizes, unit count), filled from the table drawn
 // in the frame and the drawing's workbook; "登録" writes the rows into the workbook and makes
 // the standard drawing's information records from the parts rows the workbook computes.
+#include <array>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "site/SymbolSizeData.hpp"
 #include "size/SizeImport.hpp"
 #include "size/SizeRegistration.hpp"
+#include "size/SizeRowControls.hpp"
 #include "size/SizeTable.hpp"
 
 namespace tq {
@@ -54,8 +56,13 @@ class CSizeDlg : public dialog::Dialog {
   void FillSizeCombos();
   void ReadDrawnTable();
 
+  // A row's texts from the symbol to the count, as the row operations move them.
+  using RowTexts = std::array<Text, kRowPositions - kSymbolPosition>;
+
   Text RowText(int row, int position) const;
   void SetRowText(int row, int position, TextView text);
+  RowTexts TextsOfRow(int row) const;
+  void SetRowTexts(int row, const RowTexts& texts);
   void ClearRow(int row);
   void SetRowDefaults(int row);
   int CurrentRow() const;
