@@ -64,7 +64,6 @@ CSizeDlg::CSizeDlg(const DrawingContext& context, ObjectId sheetText, FramePolyg
       slot_(sizeDialogSlot) {}
 
 bool CSizeDlg::OnInitDialog() {
-  rowCount_ = std::clamp(rowCount_, 1, kSizeRows);
   text_ = TextSettingsOf(context_.settings.ReadSizeTable());
   return true;
 }
@@ -155,12 +154,19 @@ void CSizeDlg::FillSizeCombos() {
     }
 }
 
-void CSizeDlg::ReadDrawnTable() {
+// The table drawn in the frame, or nothing once the user is told why it cannot be found.
+std::optional<DrawnSizeTable> CSizeDlg::LocateDrawnTable() {
   Result<DrawnSizeTable> table = LocateSizeTable(context_, frame_, text_.rowSpacing);
   if (!table) {
     MessageBox(table.error().message, MessageIcon::Stop);
-    return;
+    return std::nullopt;
   }
+  return std::move(*table);
+}
+
+void CSizeDlg::ReadDrawnTable() {
+  std::optional<DrawnSizeTable> table = LocateDrawnTable();
+  if (!table) return;
   std::vector<SizeRowValues> rows = ReadSizeTableRows(context_, *table, import_);
   if (rows.empty()) return;
   rowCount_ = std::clamp(static_cast<int>(rows.size()), 1, kSizeRows);
@@ -306,11 +312,8 @@ Status CSizeDlg::WriteRecord(int number, const std::vector<Text>& lines) {
 }
 
 bool CSizeDlg::FillDrawnTable(const std::vector<SizeRowValues>& rows) {
-  Result<DrawnSizeTable> table = LocateSizeTable(context_, frame_, text_.rowSpacing);
-  if (!table) {
-    MessageBox(table.error().message, MessageIcon::Stop);
-    return false;
-  }
+  std::optional<DrawnSizeTable> table = LocateDrawnTable();
+  if (!table) return false;
   TableLineProperties line = ReferenceLineProperties(context_.drawing, *table);
   if (!WriteSizeTableTexts(context_, *table, import_, rows, text_, line)) {
     MessageBox(kTableTextsFailed, MessageIcon::Stop);

@@ -42,8 +42,6 @@ class CSizeDlg : public dialog::Dialog {
   // be shown (no sheet name, no workbook).
   bool Initialise();
 
-  int rowCount() const { return rowCount_; }
-
  protected:
   bool OnInitDialog() override;
   void OnCommand(int id, Notification code) override;
@@ -55,6 +53,7 @@ class CSizeDlg : public dialog::Dialog {
   void LayOutRows();
   void FillSizeCombos();
   void ReadDrawnTable();
+  std::optional<DrawnSizeTable> LocateDrawnTable();
 
   // A row's texts from the symbol to the count, as the row operations move them.
   using RowTexts = std::array<Text, kRowPositions - kSymbolPosition>;
@@ -87,7 +86,7 @@ class CSizeDlg : public dialog::Dialog {
   const Folders& folders_;
   std::unique_ptr<dialog::Dialog>& slot_;
 
-  int rowCount_ = 0;
+  int rowCount_ = 1;  // the rows shown, from 1 to kSizeRows
   Text baseName_, workbookPath_, definitionPath_;
   SizeImportResult import_;  // empty until an import succeeds
   SymbolSizeData choices_;
