@@ -6,9 +6,8 @@ namespace tq {
 
 Status SaveAfterScript(dxf::DxfDrawing& drawing, const ScriptOutput& output, Transcript& transcript) {
   if (output.noSave || drawing.document().Serialize() == drawing.document().source()) return Status();
-  const std::filesystem::path& target = output.output.empty() ? output.drawing : output.output;
-  if (Status saved = drawing.Save(target); !saved) return saved;
-  transcript.Saved(FromFsPath(target));
+  if (Status saved = drawing.Save(output.target()); !saved) return saved;
+  transcript.Saved(FromFsPath(output.target()));
   return Status();
 }
 

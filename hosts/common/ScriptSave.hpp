@@ -13,6 +13,9 @@ struct ScriptOutput {
   std::filesystem::path drawing;  // the file that was read
   std::filesystem::path output;   // where a changed drawing goes instead of itself; empty: itself
   bool noSave = false;            // write nothing, whatever changed
+
+  // The file a changed drawing is written to, and so the one a run locks before its first line.
+  const std::filesystem::path& target() const { return output.empty() ? drawing : output; }
 };
 
 // After a run that applied every line: a drawing whose bytes would change is saved

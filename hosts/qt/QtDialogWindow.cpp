@@ -167,7 +167,7 @@ void QtDialogWindow::Build() {
     controls_[key] = std::move(control);
   }
   for (Control* c : ordered) Listen(*c);
-  OrderTabs();
+  OrderTabs(ordered);
   // A static's mnemonic gives the focus to the next control that takes it.
   for (size_t i = 0; i < ordered.size(); ++i)
     if (auto* label = qobject_cast<QLabel*>(ordered[i]->widget); label && ordered[i]->t->caption.find(u'&') != Text::npos)
@@ -298,14 +298,11 @@ void QtDialogWindow::Listen(Control& control) {
 }
 
 // Tab order and the radio groups from the template: a group starts at each WS_GROUP.
-void QtDialogWindow::OrderTabs() {
+void QtDialogWindow::OrderTabs(const std::vector<Control*>& ordered) {
   QWidget* previous = nullptr;
   QButtonGroup* radios = nullptr;
-  for (const dialog::ControlTemplate& t : template_.controls) {
-    const Control* c = nullptr;
-    for (const auto& [key, control] : controls_)
-      if (control->t == &t) c = control.get();
-    if (!c) continue;
+  for (Control* c : ordered) {
+    const dialog::ControlTemplate& t = *c->t;
     if (t.style & style::kGroup) radios = nullptr;
     if (t.kind == ControlKind::Radio && t.isAutomatic()) {
       if (!radios) radioGroups_.push_back(radios = new QButtonGroup(widget_));

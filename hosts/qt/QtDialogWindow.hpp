@@ -99,7 +99,8 @@ class QtDialogWindow : public DialogWindow {
   void Build();
   QWidget* MakeWidget(Control& control);
   void Listen(Control& control);
-  void OrderTabs();
+  // The controls made, in the template's order.
+  void OrderTabs(const std::vector<Control*>& ordered);
   void Place(Control& control);
 
   QtDialogHost& host_;

@@ -49,10 +49,10 @@ void ScriptMode::Start() {
 int ScriptMode::Finish(DrawingTab& tab) {
   // The file the run may write is locked before the first line, as tqstd script locks it: a
   // second writer stops before anything runs, and no other writer's changes are saved over.
-  std::optional<os::LockHandle> lock = LockTarget(tab);
+  ScriptOutput output{tab.path(), options_.output, options_.noSave};
+  std::optional<os::LockHandle> lock = LockTarget(tab, output);
   if (!lock) return 1;
   if (!session_->Run()) return 1;  // nothing is saved after a line that could not be applied
-  ScriptOutput output{tab.path(), options_.output, options_.noSave};
   Status saved = SaveAfterScript(*tab.drawing(), output, session_->transcript());
   bool pictures = FinishScreenshots();
   // Windows closed as the workbench goes away are not part of the run.
@@ -64,13 +64,13 @@ int ScriptMode::Finish(DrawingTab& tab) {
   return pictures ? 0 : 1;
 }
 
-std::optional<os::LockHandle> ScriptMode::LockTarget(const DrawingTab& tab) {
-  if (options_.noSave) return os::LockHandle();
+std::optional<os::LockHandle> ScriptMode::LockTarget(const DrawingTab& tab, const ScriptOutput& output) {
+  if (output.noSave) return os::LockHandle();
   std::optional<Error> refused;
   os::LockHandle held;
-  if (options_.output.empty() || options_.output == tab.path()) {
+  if (output.target() == tab.path()) {
     refused = tab.lockError();  // the tab holds the drawing's own lock from its opening
-  } else if (Result<os::LockHandle> lock = os::AcquireDrawingLock(options_.output); lock) {
+  } else if (Result<os::LockHandle> lock = os::AcquireDrawingLock(output.target()); lock) {
     held = std::move(lock).value();
   } else {
     refused = lock.error();

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/os/Os.hpp"
+#include "common/ScriptSave.hpp"
 #include "qt/Screenshots.hpp"
 #include "qt/WorkbenchScript.hpp"
 
@@ -45,7 +46,7 @@ class ScriptMode {
   int Finish(DrawingTab& tab);
   // The lock on the file the run may write (none with --no-save); nothing, with the holder
   // named on the error stream, when another writer has it.
-  std::optional<os::LockHandle> LockTarget(const DrawingTab& tab);
+  std::optional<os::LockHandle> LockTarget(const DrawingTab& tab, const ScriptOutput& output);
   bool FinishScreenshots();
   void Quit(int status);
 

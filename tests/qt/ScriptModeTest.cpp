@@ -267,3 +267,18 @@ TEST(WorkbenchScript, AnotherWritersLockStopsTheRunBeforeItsFirstLineAndNamesThe
   EXPECT_EQ(w.Drawing(), before);
   EXPECT_FALSE(w.HasBackup());
 }
+
+TEST(WorkbenchScript, AnotherWritersLockOnTheOutputStopsTheRunBeforeItsFirstLine) {
+  Workplace w;
+  w.Reset();
+  std::string before = w.Drawing();
+  os::LockOwner other = os::CurrentOwner();
+  other.user = u"佐藤";
+  ASSERT_TRUE(WriteFileBytes(os::LockFileOf(w.dir / "out.dxf"), os::FormatLockFile(other)));
+  RunResult run = RunCommand(w.Cd() + "QT_QPA_PLATFORM=offscreen timeout 120 " + TQ_WORKBENCH_PATH + " --ini site/Velum.ini" +
+                             kDrawing + " --script " + Quoted(kChanging) + " -o out.dxf 2>&1 >/dev/null");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.out.find("it is in use by 佐藤"), std::string::npos) << run.out;
+  EXPECT_EQ(w.dir.Read("out.dxf"), "<missing>");
+  EXPECT_EQ(w.Drawing(), before);
+}
