@@ -25,12 +25,11 @@ void WarnIfNoFrameGrid(const FrameGridValues& values, Editor& editor) {
   if (values.dataFolderMissing) editor.Print(u"\nWARNING:ﾌﾚｰﾑ情報が取得出来ません.\n");
 }
 
-bool HoldsFrames(const FrameGrid& grid) {
-  return grid.width > 0 && grid.height > 0 && grid.rows >= 1 && grid.columns >= 1 && grid.rows <= kMaxFrameCount &&
-         grid.columns <= kMaxFrameCount;
-}
-
 namespace {
+
+// A NaN size is not usable either.
+bool UsableSize(double size) { return size > 0; }
+bool UsableCount(int count) { return count >= 1 && count <= kMaxFrameCount; }
 
 Text SizeWarning(const SettingKey& key, double value, TextView what) {
   return Format(u"\nWARNING:%s=%s (%s): %s must be greater than 0; no frame is searched.\n",
@@ -44,13 +43,16 @@ Text CountWarning(const SettingKey& key, int value, TextView what) {
 
 }  // namespace
 
+bool HoldsFrames(const FrameGrid& grid) {
+  return UsableSize(grid.width) && UsableSize(grid.height) && UsableCount(grid.rows) && UsableCount(grid.columns);
+}
+
 std::vector<Text> UnusableGridWarnings(const FrameGrid& grid) {
   std::vector<Text> warnings;
-  if (!(grid.width > 0)) warnings.push_back(SizeWarning(kFrameWidthKey, grid.width, u"a frame width"));
-  if (!(grid.height > 0)) warnings.push_back(SizeWarning(kFrameHeightKey, grid.height, u"a frame height"));
-  if (grid.rows < 1 || grid.rows > kMaxFrameCount) warnings.push_back(CountWarning(kFrameRowsKey, grid.rows, u"the count of frame rows"));
-  if (grid.columns < 1 || grid.columns > kMaxFrameCount)
-    warnings.push_back(CountWarning(kFrameColumnsKey, grid.columns, u"the count of frame columns"));
+  if (!UsableSize(grid.width)) warnings.push_back(SizeWarning(kFrameWidthKey, grid.width, u"a frame width"));
+  if (!UsableSize(grid.height)) warnings.push_back(SizeWarning(kFrameHeightKey, grid.height, u"a frame height"));
+  if (!UsableCount(grid.rows)) warnings.push_back(CountWarning(kFrameRowsKey, grid.rows, u"the count of frame rows"));
+  if (!UsableCount(grid.columns)) warnings.push_back(CountWarning(kFrameColumnsKey, grid.columns, u"the count of frame columns"));
   return warnings;
 }
 

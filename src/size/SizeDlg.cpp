@@ -34,6 +34,12 @@ int PixelsToDialogY(int pixels) { return dialog::MulDiv(pixels, 8, kTemplateFont
 
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
+// The stored values are hundredths of the drawing unit and give the width as a length; the
+// table is written with the width as a factor of the height.
+SizeTextSettings TextSettingsOf(const SizeTableValues& values) {
+  return {values.charHeight, values.charHeight > 0 ? values.charWidth / values.charHeight : 1.0, values.rowSpacing};
+}
+
 }  // namespace
 
 bool IsValidSizeNumber(TextView text) {
@@ -58,9 +64,7 @@ CSizeDlg::CSizeDlg(const DrawingContext& context, ObjectId sheetText, FramePolyg
       slot_(sizeDialogSlot) {}
 
 bool CSizeDlg::OnInitDialog() {
-  rowCount_ = std::clamp(rowCount_, 1, kSizeRows);
-  SizeTableValues stored = context_.settings.ReadSizeTable();
-  text_ = {stored.charHeight, stored.charHeight > 0 ? stored.charWidth / stored.charHeight : 1.0, stored.rowSpacing};
+  text_ = TextSettingsOf(context_.settings.ReadSizeTable());
   return true;
 }
 
@@ -150,12 +154,19 @@ void CSizeDlg::FillSizeCombos() {
     }
 }
 
-void CSizeDlg::ReadDrawnTable() {
+// The table drawn in the frame, or nothing once the user is told why it cannot be found.
+std::optional<DrawnSizeTable> CSizeDlg::LocateDrawnTable() {
   Result<DrawnSizeTable> table = LocateSizeTable(context_, frame_, text_.rowSpacing);
   if (!table) {
     MessageBox(table.error().message, MessageIcon::Stop);
-    return;
+    return std::nullopt;
   }
+  return std::move(*table);
+}
+
+void CSizeDlg::ReadDrawnTable() {
+  std::optional<DrawnSizeTable> table = LocateDrawnTable();
+  if (!table) return;
   std::vector<SizeRowValues> rows = ReadSizeTableRows(context_, *table, import_);
   if (rows.empty()) return;
   rowCount_ = std::clamp(static_cast<int>(rows.size()), 1, kSizeRows);
@@ -187,8 +198,18 @@ void CSizeDlg::SetRowText(int row, int position, TextView text) {
   combo.SetWindowText(text);
 }
 
+CSizeDlg::RowTexts CSizeDlg::TextsOfRow(int row) const {
+  RowTexts texts;
+  for (int p = kSymbolPosition; p < kRowPositions; ++p) texts[p - kSymbolPosition] = RowText(row, p);
+  return texts;
+}
+
+void CSizeDlg::SetRowTexts(int row, const RowTexts& texts) {
+  for (int p = kSymbolPosition; p < kRowPositions; ++p) SetRowText(row, p, texts[p - kSymbolPosition]);
+}
+
 void CSizeDlg::ClearRow(int row) {
-  for (int p = kSymbolPosition; p < kRowPositions; ++p) SetRowText(row, p, u"");
+  SetRowTexts(row, {});
   CheckItem(kRowControls[row][kCheckPosition], false);
 }
 
@@ -235,8 +256,7 @@ void CSizeDlg::OnDeleteRow() {
   }
   int current = CurrentRow();
   if (current < 0) return;
-  for (int r = current; r + 1 < rowCount_; ++r)
-    for (int p = kSymbolPosition; p < kRowPositions; ++p) SetRowText(r, p, RowText(r + 1, p));
+  for (int r = current; r + 1 < rowCount_; ++r) SetRowTexts(r, TextsOfRow(r + 1));
   bool wasLast = current == rowCount_ - 1;
   ClearRow(rowCount_ - 1);
   --rowCount_;
@@ -248,19 +268,16 @@ void CSizeDlg::OnMoveRow(int step) {
   int current = CurrentRow();
   int other = current + step;
   if (current < 0 || other < 0 || other >= rowCount_) return;
-  for (int p = kSymbolPosition; p < kRowPositions; ++p) {
-    Text mine = RowText(current, p);
-    SetRowText(current, p, RowText(other, p));
-    SetRowText(other, p, mine);
-  }
+  RowTexts mine = TextsOfRow(current);
+  SetRowTexts(current, TextsOfRow(other));
+  SetRowTexts(other, mine);
   MakeCurrent(other);
 }
 
 void CSizeDlg::OnNoteSettings() {
   CSetupDlg setup(folders_, services());
   if (setup.DoModal() != kIdOk) return;
-  SizeTableValues entered = setup.values();
-  text_ = {entered.charHeight, entered.charWidth / entered.charHeight, entered.rowSpacing};
+  text_ = TextSettingsOf(setup.values());
 }
 
 // ---- Registration ----
@@ -295,11 +312,8 @@ Status CSizeDlg::WriteRecord(int number, const std::vector<Text>& lines) {
 }
 
 bool CSizeDlg::FillDrawnTable(const std::vector<SizeRowValues>& rows) {
-  Result<DrawnSizeTable> table = LocateSizeTable(context_, frame_, text_.rowSpacing);
-  if (!table) {
-    MessageBox(table.error().message, MessageIcon::Stop);
-    return false;
-  }
+  std::optional<DrawnSizeTable> table = LocateDrawnTable();
+  if (!table) return false;
   TableLineProperties line = ReferenceLineProperties(context_.drawing, *table);
   if (!WriteSizeTableTexts(context_, *table, import_, rows, text_, line)) {
     MessageBox(kTableTextsFailed, MessageIcon::Stop);

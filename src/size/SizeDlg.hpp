@@ -3,6 +3,7 @@
 // its size table (symbol, number, up to twelve sizes, unit count), filled from the table drawn
 // in the frame and the drawing's workbook; "登録" writes the rows into the workbook and makes
 // the standard drawing's information records from the parts rows the workbook computes.
+#include <array>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "site/SymbolSizeData.hpp"
 #include "size/SizeImport.hpp"
 #include "size/SizeRegistration.hpp"
+#include "size/SizeRowControls.hpp"
 #include "size/SizeTable.hpp"
 
 namespace tq {
@@ -40,8 +42,6 @@ class CSizeDlg : public dialog::Dialog {
   // be shown (no sheet name, no workbook).
   bool Initialise();
 
-  int rowCount() const { return rowCount_; }
-
  protected:
   bool OnInitDialog() override;
   void OnCommand(int id, Notification code) override;
@@ -53,9 +53,15 @@ class CSizeDlg : public dialog::Dialog {
   void LayOutRows();
   void FillSizeCombos();
   void ReadDrawnTable();
+  std::optional<DrawnSizeTable> LocateDrawnTable();
+
+  // A row's texts from the symbol to the count, as the row operations move them.
+  using RowTexts = std::array<Text, kRowPositions - kSymbolPosition>;
 
   Text RowText(int row, int position) const;
   void SetRowText(int row, int position, TextView text);
+  RowTexts TextsOfRow(int row) const;
+  void SetRowTexts(int row, const RowTexts& texts);
   void ClearRow(int row);
   void SetRowDefaults(int row);
   int CurrentRow() const;
@@ -80,7 +86,7 @@ class CSizeDlg : public dialog::Dialog {
   const Folders& folders_;
   std::unique_ptr<dialog::Dialog>& slot_;
 
-  int rowCount_ = 0;
+  int rowCount_ = 1;  // the rows shown, from 1 to kSizeRows
   Text baseName_, workbookPath_, definitionPath_;
   SizeImportResult import_;  // empty until an import succeeds
   SymbolSizeData choices_;

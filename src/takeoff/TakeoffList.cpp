@@ -1,5 +1,7 @@
 #include "takeoff/TakeoffList.hpp"
 
+#include <algorithm>
+
 #include "base/Fields.hpp"
 #include "base/Lookup.hpp"
 #include "info/StdInfRecord.hpp"
@@ -137,12 +139,11 @@ void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items, RowPairi
 
 std::vector<ObjectId> EntitiesWhoseRowsMove(const TakeoffData& data) {
   std::vector<ObjectId> moving;
-  for (const TakeoffEntity& entity : data)
-    for (const TakeoffRecord& record : entity)
-      if (entity.size() >= 2 && !record.empty()) {
-        moving.push_back(record.front().entity);
-        break;
-      }
+  for (const TakeoffEntity& entity : data) {
+    if (entity.size() < 2) continue;
+    auto held = std::find_if(entity.begin(), entity.end(), [](const TakeoffRecord& record) { return !record.empty(); });
+    if (held != entity.end()) moving.push_back(held->front().entity);
+  }
   return moving;
 }
 

@@ -68,9 +68,10 @@ enum class RowPairing { Shifted, Origin };
 
 // The list in forward order (entity, record, line), lines from index 2; rows' CI-NET codes set.
 std::vector<TakeoffItem> FillTakeoffList(TakeoffData& data, const TakeoffRules& rules);
-// The items back into the rows: entities in order, records from the last to the first,
-// lines from index 2, each the next item, until the items run out (an entity of two or more
-// records thus receives items in shifted places, as the suite does).
+// The items back into the rows: entities in order, records in the pairing's order (Shifted:
+// from the last to the first), lines from index 2, each the next item, until the items run
+// out (with Shifted an entity of two or more records thus receives items in shifted places,
+// as the suite does).
 void CopyBack(TakeoffData& data, const std::vector<TakeoffItem>& items, RowPairing pairing = RowPairing::Shifted);
 // "登録": each entity's records from the last to the first, numbered 1, 2, …, every line
 // (the two header lines too) written with the 25-field format, replacing what was stored.

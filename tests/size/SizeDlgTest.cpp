@@ -214,6 +214,7 @@ TEST(SizeDialog, RegisteringWritesTheRowsIntoTheDrawnTableAndRedrawsItsLines) {
     if (std::optional<TextEntity> text = s.site.drawing->TextData(id)) {
       ++written;
       EXPECT_DOUBLE_EQ(text->height, 350) << ToUtf8(text->string);
+      EXPECT_DOUBLE_EQ(text->widthFactor, 280.0 / 350.0) << "the stored width as a factor of the height";
     }
   }
   EXPECT_EQ(written, 10u) << "two rows of symbol, three sizes and a count";
