@@ -16,17 +16,6 @@ namespace {
 // Enough to show what is wrong with a file without drowning the rest.
 constexpr size_t kUtf8Reports = 20;
 
-std::optional<uint64_t> HexHandle(std::string_view value) {
-  if (value.empty() || value.size() > 16) return std::nullopt;
-  uint64_t h = 0;
-  for (char c : value) {
-    int d = (c >= '0' && c <= '9') ? c - '0' : (c >= 'A' && c <= 'F') ? c - 'A' + 10 : (c >= 'a' && c <= 'f') ? c - 'a' + 10 : -1;
-    if (d < 0) return std::nullopt;
-    h = h * 16 + static_cast<uint64_t>(d);
-  }
-  return h;
-}
-
 // The first byte at or after `from` that is not ASCII; `bytes.size()` when none is.
 size_t NextHighByte(std::string_view bytes, size_t from) {
   constexpr uint64_t kHigh = 0x8080808080808080ULL;
@@ -115,7 +104,8 @@ void Audit::EndXDataGroup() {
 
 void Audit::OnHandle(const Tag& tag) {
   std::string_view value = TrimNumber(tag.value);
-  std::optional<uint64_t> handle = HexHandle(value);
+  // More than sixteen digits is no handle, even when the first are zeros.
+  std::optional<uint64_t> handle = value.size() <= 16 ? ParseHandleDigits(value) : std::nullopt;
   if (!handle) {
     Add(tag.line + 1, "the handle " + QuoteFileContent(value) + " is not hexadecimal");
     return;

@@ -66,16 +66,7 @@ bool LooksLikeNumber(std::string_view v, bool allowFloat) {
 
 std::string_view Keyword(std::string_view v) { return TrimNumber(v); }
 
-uint64_t ParseHandle(std::string_view v) {
-  v = TrimNumber(v);
-  uint64_t h = 0;
-  for (char c : v) {
-    int d = (c >= '0' && c <= '9') ? c - '0' : (c >= 'A' && c <= 'F') ? c - 'A' + 10 : (c >= 'a' && c <= 'f') ? c - 'a' + 10 : -1;
-    if (d < 0 || h > (UINT64_MAX >> 4)) return 0;
-    h = h * 16 + static_cast<uint64_t>(d);
-  }
-  return h;
-}
+uint64_t ParseHandle(std::string_view v) { return ParseHandleDigits(TrimNumber(v)).value_or(0); }
 
 }  // namespace
 

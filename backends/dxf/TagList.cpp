@@ -122,6 +122,17 @@ std::string FormatHandle(unsigned long long handle) {
   return buffer;
 }
 
+std::optional<uint64_t> ParseHandleDigits(std::string_view digits) {
+  if (digits.empty()) return std::nullopt;
+  uint64_t h = 0;
+  for (char c : digits) {
+    int d = (c >= '0' && c <= '9') ? c - '0' : (c >= 'A' && c <= 'F') ? c - 'A' + 10 : (c >= 'a' && c <= 'f') ? c - 'a' + 10 : -1;
+    if (d < 0 || h > (UINT64_MAX >> 4)) return std::nullopt;
+    h = h * 16 + static_cast<uint64_t>(d);
+  }
+  return h;
+}
+
 EditTag* FindTag(TagList& tags, int code) {
   for (EditTag& tag : tags)
     if (tag.code == code) return &tag;

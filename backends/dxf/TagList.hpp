@@ -3,6 +3,7 @@
 // views its value: in the file's bytes, or, new or changed, in the document's StringStore.
 #include <cstdint>
 #include <memory_resource>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -75,6 +76,9 @@ void AppendSerialized(std::string& out, const TagList& tags, std::string_view li
 std::string FormatInt(int code, long long value);
 std::string FormatDouble(double value);
 std::string FormatHandle(unsigned long long handle);
+// A handle's hexadecimal digits as a number; nothing when the text is empty, holds another
+// character or passes 64 bits.
+std::optional<uint64_t> ParseHandleDigits(std::string_view digits);
 
 EditTag* FindTag(TagList& tags, int code);
 const EditTag* FindTag(const TagList& tags, int code);

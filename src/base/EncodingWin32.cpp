@@ -1,11 +1,5 @@
 // UTF-8, the code pages, case folding and the half-width mapping through the Windows
 // national-language API.
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 
 #include <algorithm>

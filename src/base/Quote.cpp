@@ -11,8 +11,6 @@ size_t Utf8SequenceAt(std::string_view s, size_t at) {
   unsigned char b = static_cast<unsigned char>(s[at]);
   size_t length = b < 0x80 ? 1 : (b >> 5) == 0x6 ? 2 : (b >> 4) == 0xE ? 3 : (b >> 3) == 0x1E ? 4 : 0;
   if (length == 0 || at + length > s.size()) return 0;
-  for (size_t k = 1; k < length; ++k)
-    if ((static_cast<unsigned char>(s[at + k]) & 0xC0) != 0x80) return 0;
   if (length > 1 && !IsValidUtf8(s.substr(at, length))) return 0;
   return length;
 }

@@ -12,6 +12,8 @@ TEST(Quote, ControlBytesAndNulFromAFileAreEscapedNeverRaw) {
 TEST(Quote, BytesThatAreNotUtf8AreEscapedAndUtf8IsKept) {
   // "標準" in CP932, read as if it were UTF-8, then a Japanese word in UTF-8.
   EXPECT_EQ(QuoteFileContent(std::string_view("\x95\x57\x8F\x80 標準")), "\"\\x95W\\x8F\\x80 標準\"");
+  // A lead byte without its continuation, and an overlong form of "/".
+  EXPECT_EQ(QuoteFileContent(std::string_view("\xE6" "AB \xC0\xAF")), "\"\\xE6AB \\xC0\\xAF\"");
 }
 
 TEST(Quote, LongContentIsCutWithoutSplittingACharacter) {

@@ -91,6 +91,11 @@ class OutputFile {
   Status WriteThrough(std::string_view bytes);
   // The part of `bytes` the plan lets through, and whether the write fails after it.
   std::string_view Allowed(std::string_view bytes, bool& fails) const;
+  // The platform's part: every byte to the handle, the handle's data to the disk, the handle
+  // closed (true when there is none open).
+  Status WriteAll(std::string_view bytes);
+  bool SyncHandle();
+  bool ReleaseHandle();
   Path path_;
   intptr_t handle_ = -1;  // a file descriptor, or a Windows HANDLE
   std::string buffer_;
@@ -222,6 +227,8 @@ void ReportFileSizeLimitAsError();
 // Platform pieces the shared code builds on.
 namespace detail {
 Error FailureOf(ErrorCode code, std::string_view doing, const Path& path, std::string_view cause);
+// The failure of the last call on this path, with the system's own words for its cause.
+Error Failure(ErrorCode code, std::string_view doing, const Path& path);
 // The file a path names: a symbolic link's target (saving through a link replaces the target and
 // keeps the link), else the path itself.
 Result<Path> FollowLink(const Path& requested);

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <ctime>
 #include <random>
+#include <utility>
 
 #include "base/os/Os.hpp"
 
@@ -35,12 +36,57 @@ bool Injected(const std::optional<Fault>& step) {
 }
 }  // namespace detail
 
+// ---- Output files ----
+
+OutputFile::~OutputFile() { (void)ReleaseHandle(); }
+OutputFile::OutputFile(OutputFile&& other) noexcept { *this = std::move(other); }
+OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
+  if (this != &other) {
+    (void)ReleaseHandle();
+    path_ = std::move(other.path_);
+    handle_ = std::exchange(other.handle_, -1);
+    buffer_ = std::move(other.buffer_);
+    faults_ = std::exchange(other.faults_, nullptr);
+    written_ = std::exchange(other.written_, 0);
+  }
+  return *this;
+}
+
 std::string_view OutputFile::Allowed(std::string_view bytes, bool& fails) const {
   fails = false;
   if (!faults_ || !faults_->writeFailsAtByte || written_ + bytes.size() <= *faults_->writeFailsAtByte) return bytes;
   fails = true;
   uint64_t at = *faults_->writeFailsAtByte;
   return bytes.substr(0, at > written_ ? static_cast<size_t>(at - written_) : 0);
+}
+
+Status OutputFile::WriteThrough(std::string_view bytes) {
+  bool fails = false;
+  if (Status s = WriteAll(Allowed(bytes, fails)); !s) return s;
+  if (fails) {
+    detail::SetSystemError(faults_->writeFault);
+    return detail::Failure(ErrorCode::CannotWrite, "cannot write", path_);
+  }
+  return {};
+}
+
+Status OutputFile::FlushToDisk() {
+  if (!buffer_.empty()) {
+    Status s = WriteThrough(buffer_);
+    buffer_.clear();
+    if (!s) return s;
+  }
+  if ((faults_ && detail::Injected(faults_->flush)) || !SyncHandle())
+    return detail::Failure(ErrorCode::CannotWrite, "cannot flush", path_);
+  return {};
+}
+
+Status OutputFile::Close() {
+  Status s;
+  if (!buffer_.empty()) s = WriteThrough(buffer_);
+  buffer_.clear();
+  if (!ReleaseHandle() && s) return detail::Failure(ErrorCode::CannotWrite, "cannot write", path_);
+  return s;
 }
 
 // ---- Temporary files ----

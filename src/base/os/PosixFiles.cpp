@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <random>
+#include <utility>
 
 #include "base/os/Os.hpp"
 
@@ -16,11 +16,8 @@ namespace tq::os {
 
 namespace {
 
+using detail::Failure;
 using detail::FailureOf;
-
-Error Failure(ErrorCode code, std::string_view doing, const Path& path) {
-  return FailureOf(code, doing, path, std::strerror(errno));
-}
 
 ErrorCode ReadCode() { return errno == ENOENT || errno == ENOTDIR ? ErrorCode::NotFound : ErrorCode::CannotRead; }
 
@@ -40,6 +37,10 @@ Status SyncFolder(const Path& folder) {
 Path FolderOf(const Path& path) { return path.has_parent_path() ? path.parent_path() : Path("."); }
 
 }  // namespace
+
+Error detail::Failure(ErrorCode code, std::string_view doing, const Path& path) {
+  return FailureOf(code, doing, path, std::strerror(errno));
+}
 
 Result<std::string> ReadWholeFile(const Path& path) {
   Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
@@ -92,25 +93,7 @@ Result<MappedFile> MapFile(const Path& path) {
 
 // ---- Output files ----
 
-OutputFile::~OutputFile() {
-  if (handle_ >= 0) ::close(static_cast<int>(handle_));
-}
-OutputFile::OutputFile(OutputFile&& other) noexcept { *this = std::move(other); }
-OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
-  if (this != &other) {
-    if (handle_ >= 0) ::close(static_cast<int>(handle_));
-    path_ = std::move(other.path_);
-    handle_ = std::exchange(other.handle_, -1);
-    buffer_ = std::move(other.buffer_);
-    faults_ = std::exchange(other.faults_, nullptr);
-    written_ = std::exchange(other.written_, 0);
-  }
-  return *this;
-}
-
-Status OutputFile::WriteThrough(std::string_view bytes) {
-  bool fails = false;
-  bytes = Allowed(bytes, fails);
+Status OutputFile::WriteAll(std::string_view bytes) {
   while (!bytes.empty()) {
     ssize_t n = ::write(static_cast<int>(handle_), bytes.data(), bytes.size());
     if (n < 0 && errno == EINTR) continue;
@@ -118,31 +101,14 @@ Status OutputFile::WriteThrough(std::string_view bytes) {
     bytes.remove_prefix(static_cast<size_t>(n));
     written_ += static_cast<uint64_t>(n);
   }
-  if (fails) {
-    detail::SetSystemError(faults_->writeFault);
-    return Failure(ErrorCode::CannotWrite, "cannot write", path_);
-  }
   return {};
 }
 
-Status OutputFile::FlushToDisk() {
-  if (!buffer_.empty()) {
-    Status s = WriteThrough(buffer_);
-    buffer_.clear();
-    if (!s) return s;
-  }
-  if ((faults_ && detail::Injected(faults_->flush)) || ::fsync(static_cast<int>(handle_)) != 0)
-    return Failure(ErrorCode::CannotWrite, "cannot flush", path_);
-  return {};
-}
+bool OutputFile::SyncHandle() { return ::fsync(static_cast<int>(handle_)) == 0; }
 
-Status OutputFile::Close() {
-  Status s;
-  if (!buffer_.empty()) s = WriteThrough(buffer_);
-  buffer_.clear();
+bool OutputFile::ReleaseHandle() {
   int fd = static_cast<int>(std::exchange(handle_, -1));
-  if (fd >= 0 && ::close(fd) != 0 && s) return Failure(ErrorCode::CannotWrite, "cannot write", path_);
-  return s;
+  return fd < 0 || ::close(fd) == 0;
 }
 
 namespace {

@@ -6,8 +6,6 @@
 namespace tq::os::detail {
 
 std::string SystemMessage(unsigned long error);
-// The failure of the last call on this path: GetLastError() in words.
-Error Failure(ErrorCode code, std::string_view doing, const Path& path);
 // NotFound when the last call found no such file or folder, else CannotRead.
 ErrorCode ReadCode();
 

@@ -1,14 +1,8 @@
 // The seam on Windows: files, folders and attributes, through the wide calls only.
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 
 #include <algorithm>
-#include <random>
+#include <utility>
 
 #include "base/os/Os.hpp"
 #include "base/os/WindowsError.hpp"
@@ -95,25 +89,7 @@ Result<MappedFile> MapFile(const Path& path) {
 
 // ---- Output files ----
 
-OutputFile::~OutputFile() {
-  if (handle_ != -1) ::CloseHandle(AsHandle(handle_));
-}
-OutputFile::OutputFile(OutputFile&& other) noexcept { *this = std::move(other); }
-OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
-  if (this != &other) {
-    if (handle_ != -1) ::CloseHandle(AsHandle(handle_));
-    path_ = std::move(other.path_);
-    handle_ = std::exchange(other.handle_, -1);
-    buffer_ = std::move(other.buffer_);
-    faults_ = std::exchange(other.faults_, nullptr);
-    written_ = std::exchange(other.written_, 0);
-  }
-  return *this;
-}
-
-Status OutputFile::WriteThrough(std::string_view bytes) {
-  bool fails = false;
-  bytes = Allowed(bytes, fails);
+Status OutputFile::WriteAll(std::string_view bytes) {
   while (!bytes.empty()) {
     DWORD chunk = static_cast<DWORD>(std::min<size_t>(bytes.size(), 1u << 30)), n = 0;
     if (!::WriteFile(AsHandle(handle_), bytes.data(), chunk, &n, nullptr))
@@ -121,31 +97,14 @@ Status OutputFile::WriteThrough(std::string_view bytes) {
     bytes.remove_prefix(n);
     written_ += n;
   }
-  if (fails) {
-    detail::SetSystemError(faults_->writeFault);
-    return detail::Failure(ErrorCode::CannotWrite, "cannot write", path_);
-  }
   return {};
 }
 
-Status OutputFile::FlushToDisk() {
-  if (!buffer_.empty()) {
-    Status s = WriteThrough(buffer_);
-    buffer_.clear();
-    if (!s) return s;
-  }
-  if ((faults_ && detail::Injected(faults_->flush)) || !::FlushFileBuffers(AsHandle(handle_)))
-    return detail::Failure(ErrorCode::CannotWrite, "cannot flush", path_);
-  return {};
-}
+bool OutputFile::SyncHandle() { return ::FlushFileBuffers(AsHandle(handle_)); }
 
-Status OutputFile::Close() {
-  Status s;
-  if (!buffer_.empty()) s = WriteThrough(buffer_);
-  buffer_.clear();
+bool OutputFile::ReleaseHandle() {
   intptr_t h = std::exchange(handle_, -1);
-  if (h != -1 && !::CloseHandle(AsHandle(h)) && s) return detail::Failure(ErrorCode::CannotWrite, "cannot write", path_);
-  return s;
+  return h == -1 || ::CloseHandle(AsHandle(h));
 }
 
 namespace {

@@ -1,10 +1,4 @@
 // The seam on Windows: the process, its environment, the lock's owner and error messages.
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 #include <psapi.h>
 #include <shellapi.h>
